@@ -1,0 +1,10 @@
+// Figures of any size for measuring, the same for the same seed on every machine.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// A FIG 3.2 file with `count` mixed objects on an A4 page: lines with and without heads, boxes,
+/// arc-boxes, polygons, ellipses, splines, arcs and texts over 100 depths, a tenth of them in
+/// compounds.
+std::string generateFigure(long count, std::uint32_t seed);

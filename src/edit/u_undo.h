@@ -1,0 +1,56 @@
+// Undo queue of a document and the base of all undoable actions.
+// The context holds its queue by value, so this header knows the context only by name.
+#pragma once
+
+#include <QLinkedList>
+#include <QList>
+
+class CFigContext;
+class FigObject;
+
+/// One undoable change. Owns an object exactly as long as that object is out of the drawing.
+class ActionItem {
+public:
+    ActionItem() = default;
+    ActionItem(const ActionItem&) = delete;
+    ActionItem& operator=(const ActionItem&) = delete;
+    virtual ~ActionItem() = default;
+
+    virtual bool execute(CFigContext*) { return true; }
+    virtual bool undo(CFigContext*) { return true; }
+    /// The action leaves the queue while it is in effect.
+    virtual void disposeAsUndo() {}
+    /// The action leaves the queue while it is undone.
+    virtual void disposeAsRedo() {}
+    virtual QLinkedList<FigObject*>* getRefreshObjects() { return &refreshObjects; }
+    virtual bool resetCurObjectOnExecute() { return false; }
+    virtual bool resetCurObjectOnUndo() { return false; }
+
+    FigObject* object = nullptr;
+    QLinkedList<FigObject*> objects;
+    QLinkedList<FigObject*>* workingList = nullptr;
+    QLinkedList<FigObject*> refreshObjects;
+};
+
+/// Transactions of one document, each a list of actions that undo and redo as one step.
+class UndoQueue {
+public:
+    explicit UndoQueue(CFigContext* document, int maximum = 10000);
+    UndoQueue(const UndoQueue&) = delete;
+    UndoQueue& operator=(const UndoQueue&) = delete;
+    ~UndoQueue();
+
+    /// Takes ownership of an executed action; null is ignored.
+    void addAction(ActionItem* action);
+    /// Takes ownership of a list of executed actions as one step; null is ignored.
+    void addActionList(QList<ActionItem*>* transaction);
+    void removeFirstElement();
+    void clearUndoList();
+    void clearRedoList();
+
+private:
+    CFigContext* owner;
+    QList<QList<ActionItem*>*> undoList;  ///< oldest first
+    QList<QList<ActionItem*>*> redoList;  ///< the one to redo next is last
+    int limit;
+};

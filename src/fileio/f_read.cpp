@@ -1,0 +1,183 @@
+#include "fileio/f_read.h"
+
+#include "edit/e_scale.h"
+#include "fileio/number_scanner.h"
+#include "model/FigContext.h"
+#include "model/shell.h"
+#include "model/w_layers.h"
+#include "render/gfx_math.h"
+#include "render/grid.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <cerrno>
+#include <clocale>
+#include <cstring>
+#include <limits>
+
+QByteArray oldLocale;
+
+namespace {
+
+constexpr int FIG_RESOLUTION = 1200;
+/// Coordinates of other resolutions are moved by that, so that they fall between the old pixels.
+constexpr int SCALE_OFFSET = 15;
+/// A decoded text has to fit into one string.
+constexpr qint64 MAX_FILE_SIZE = 1000000000;
+
+constexpr int RESULT_EMPTY = -2;
+constexpr int RESULT_TOLD = -1;
+
+int saturated(long value)
+{
+    return static_cast<int>(qBound<long>(std::numeric_limits<int>::min(), value,
+                                         std::numeric_limits<int>::max()));
+}
+
+void beginReading()
+{
+    defer_update_layers = 1;
+    num_object = 0;
+    paddingLeft = MAX_PADDING;
+    comments.clear();
+    // What stands there now may be the "C" of a read that failed without finish; it is kept then.
+    oldLocale = setlocale(LC_NUMERIC, nullptr);
+    setlocale(LC_NUMERIC, "C");
+    line_no = 1;
+}
+
+/// Preamble and objects; they come from a string, which can be scanned in place.
+int readText(CFigContext* ctx, QString* text, FigDrawing* drawing, bool merge)
+{
+    OrvaltTextStream stream(text, QIODevice::ReadOnly);
+    int version10 = 0;
+    const int preamble = readPreamble(ctx, stream, drawing, merge, &version10);
+    if (preamble != 0)
+        return preamble;
+    drawing->comments = attach_comments();
+    const int result = read_objects(ctx, stream, drawing, version10);
+    comments.clear();
+    if (result != 0)
+        finish(ctx);
+    return result;
+}
+
+/// Distance that brings a negative minimum to the first grid line, or just before it.
+long shiftOntoGrid(int minimum, int grid)
+{
+    if (minimum >= 0)
+        return 0;
+    return static_cast<long>(grid) - minimum - (grid != 0 ? 1 : 0);
+}
+
+} // namespace
+
+bool load_file(CFigContext* ctx, const QString& fileName)
+{
+    if (fileName.isEmpty()) {
+        put_msg("Empty name");
+        return false;
+    }
+    ctx->clearObjects();
+    reset_layers(ctx);
+    reset_depths(ctx);
+    clearallcounts(ctx);
+    const int result = read_fig(ctx, fileName, &ctx->drawing, false, 0, 0);
+    add_depth(ctx, &ctx->drawing.objects);
+    update_layers(ctx);
+    if (result != 0) {
+        read_fail_message(fileName, result);
+        return false;
+    }
+    put_msg("Opened \"%s\" Figure contains %d objects", fileName.toUtf8().constData(),
+            static_cast<long>(num_object));
+    ctx->resetModifiedflag();
+    return true;
+}
+
+int read_fig(CFigContext* ctx, const QString& fileName, FigDrawing* drawing, bool merge, int xoff,
+             int yoff)
+{
+    ctx->filename = QDir::toNativeSeparators(fileName);
+    ctx->clearUserColors();
+    put_msg("Reading objects from \"%s\" ...", fileName.toUtf8().constData());
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return RESULT_TOLD;
+    if (file.size() > MAX_FILE_SIZE)
+        return EFBIG;
+    beginReading();
+    QString text = OrvaltTextStream(&file).readAll();
+    file.close();
+    const int result = readText(ctx, &text, drawing, merge);
+    if (result != 0)
+        return result;
+    if (drawing->resolution != FIG_RESOLUTION)
+        scale_figure(ctx, &drawing->objects,
+                     static_cast<double>(FIG_RESOLUTION) / drawing->resolution, SCALE_OFFSET);
+    translate_object_list(ctx, &drawing->objects, xoff, yoff);
+    shift_figure(ctx, &drawing->objects, merge);
+    drawing->getBounds(ctx, &drawing->nwcorner.x, &drawing->nwcorner.y, &drawing->secorner.x,
+                       &drawing->secorner.y, true, true);
+    finish(ctx);
+    return 0;
+}
+
+void scale_figure(CFigContext*, FigObjectList* objects, double factor, int offset)
+{
+    if (factor != 1) {
+        const QString message = QString::asprintf(
+            "Scaling figure by a factor of %.3f for new %d pixel per inch resolution.", factor,
+            FIG_RESOLUTION);
+        put_msg(message.toUtf8().constData());
+    }
+    read_scale_objects(objects, static_cast<float>(factor), offset);
+}
+
+void shift_figure(CFigContext* ctx, FigObjectList* objects, bool merge)
+{
+    int left = 10000;
+    int top = 10000;
+    for (FigObject* object : *objects) {
+        int xmin, ymin, xmax, ymax;
+        object->getBounds(ctx, &xmin, &ymin, &xmax, &ymax, true, true);
+        left = qMin(left, xmin);
+        top = qMin(top, ymin);
+    }
+    if (left >= 0 && top >= 0)
+        return;
+    if (!merge && !shell_question("Request",
+                                  "The figure has objects, which have negative coordinates. Do "
+                                  "you wish to shift it back on the page?"))
+        return;
+    const int grid = round2(getGridRound(ctx));
+    const long right = shiftOntoGrid(left, grid);
+    const long down = shiftOntoGrid(top, grid);
+    put_msg("Shifting entire figure %ld pixels right and %ld pixels down to keep on page.", right,
+            down);
+    for (FigObject* object : *objects)
+        translate_object(ctx, object, saturated(right), saturated(down));
+}
+
+void read_fail_message(const QString& name, int result)
+{
+    if (result == ENAMETOOLONG) {
+        put_msg("File name \"%s\" is too long", name.toUtf8().constData());
+    } else if (result == RESULT_EMPTY) {
+        put_msg("File \"%s\" is empty.", name.toUtf8().constData());
+    } else if (result != RESULT_TOLD) {
+        const QString message =
+            QString::asprintf("File \"%s\" is not accessible: %s.", name.toUtf8().constData(),
+                              std::strerror(result));
+        put_msg(message.toUtf8().constData());
+        shell_warning("Error", message);
+    }
+}
+
+void finish(CFigContext* ctx)
+{
+    setlocale(LC_NUMERIC, oldLocale.constData());
+    defer_update_layers = 0;
+    update_layers(ctx);
+}

@@ -1,0 +1,264 @@
+#include "render/Font.h"
+
+#include "model/FigContext.h"
+#include "model/preferences.h"
+#include "render/coords.h"
+#include "render/gfx_lowlevel.h"
+#include "render/gfx_math.h"
+
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <unordered_map>
+
+const CFontMapEntry fontmapQt[NUM_PS_FONTS] = {
+    // clang-format off
+    {0, "Times Roman", "NimbusRomNo9L", "Nimbus Roman No9 L", 50, 0, 100, 10, 15},
+    {1, "Times Italic", "NimbusRomNo9L", "Nimbus Roman No9 L", 50, 1, 100, 10, 15},
+    {2, "Times Bold", "NimbusRomNo9L", "Nimbus Roman No9 L", 75, 0, 100, 14, 40},
+    {3, "Times Bold Italic", "NimbusRomNo9L", "Nimbus Roman No9 L", 75, 1, 100, 14, 40},
+    {4, "AvantGarde Book", "URWGothicL", "URW Gothic L", 50, 0, 100, 26, 15},
+    {5, "AvantGarde Book Oblique", "URWGothicL", "URW Gothic L", 50, 2, 100, 26, 15},
+    {6, "AvantGarde Demi", "URWGothicLDem", "URWGothicLDem", 50, 0, 100, 60, 20},
+    {7, "AvantGarde Demi Oblique", "URWGothicLDem", "URWGothicLDem", 50, 2, 100, 26, 20},
+    {8, "Bookman Light", "URWBookmanL", "URW Bookman L", 25, 0, 100, 10, 15},
+    {9, "Bookman Light Italic", "URWBookmanL", "URW Bookman L", 25, 1, 100, 10, 15},
+    {10, "Bookman Demi", "URWBookmanL", "URW Bookman L", 63, 0, 100, 10, 15},
+    {11, "Bookman Demi Italic", "URWBookmanL", "URW Bookman L", 63, 1, 100, 10, 25},
+    {12, "Courier", "NimbusMonL", "Nimbus Mono L", 50, 0, 100, 4, -20},
+    {13, "Courier Oblique", "NimbusMonL", "Nimbus Mono L", 50, 2, 100, 4, -20},
+    {14, "Courier Bold", "NimbusMonL", "Nimbus Mono L", 75, 0, 100, 6, 5},
+    {15, "Courier Bold Oblique", "NimbusMonL", "Nimbus Mono L", 75, 2, 100, 6, 5},
+    {16, "Helvetica", "NimbusSanL", "Nimbus Sans L", 50, 0, 100, 16, 20},
+    {17, "Helvetica Oblique", "NimbusSanL", "Nimbus Sans L", 50, 2, 100, 16, 20},
+    {18, "Helvetica Bold", "NimbusSanL", "Nimbus Sans L", 75, 0, 100, 16, 20},
+    {19, "Helvetica Bold Oblique", "NimbusSanL", "Nimbus Sans L", 75, 2, 100, 16, 20},
+    {20, "Helvetica Narrow", "NimbusSanL", "NimbusSanL", 50, 0, 75, 16, 20},
+    {21, "Helvetica Narrow Oblique", "NimbusSanL", "NimbusSanL", 50, 2, 75, 16, 20},
+    {22, "Helvetica Narrow Bold", "NimbusSanL", "NimbusSanL", 75, 0, 75, 20, 30},
+    {23, "Helvetica Narrow Bold Oblique", "NimbusSanL", "NimbusSanL", 75, 2, 75, 34, 30},
+    {24, "New Century Schoolbook Roman", "CenturySchL", "Century Schoolbook L", 50, 0, 100, 34, 30},
+    {25, "New Century Schoolbook Italic", "CenturySchL", "Century Schoolbook L", 50, 1, 100, 34, 40},
+    {26, "New Century Schoolbook Bold", "CenturySchL", "Century Schoolbook L", 75, 0, 100, 34, 40},
+    {27, "New Century Schoolbook Bold Italic", "CenturySchL", "Century Schoolbook L", 75, 1, 100, 34, 40},
+    {28, "Palatino Roman", "URWPalladioL", "URW Palladio L", 50, 0, 100, 13, 5},
+    {29, "Palatino Italic", "URWPalladioL", "URW Palladio L", 50, 1, 100, 13, 5},
+    {30, "Palatino Bold", "URWPalladioL", "URW Palladio L", 75, 0, 100, 13, 0},
+    {31, "Palatino Bold Italic", "URWPalladioL", "URW Palladio L", 75, 1, 100, 13, 5},
+    {32, "Symbol", "StandardSymL", "Standard Symbols L", 50, 0, 100, 0, 35},
+    {33, "Zapf Chancery Medium Italic", "URWChanceryLMed", "URW Chancery L", 50, 1, 87, 8, 10},
+    {34, "Zapf Dingbats", "Dingbats", "Dingbats", 50, 0, 100, 6, 15},
+    // clang-format on
+};
+
+const char* const latexFonts[NUM_LATEX_FONTS] = {"default", "roman",     "bold",
+                                                 "italic",  "sansserif", "typewriter"};
+
+namespace {
+
+/// Families of the table that neither the system's fonts nor its aliases know, and the family
+/// that holds their faces today.
+const struct {
+    const char* family;
+    const char* substitute;
+} substitutions[] = {
+    {"URWGothicLDem", "URW Gothic"},
+    {"NimbusSanL", "Nimbus Sans"},
+};
+
+void registerSubstitutions()
+{
+    for (const auto& entry : substitutions)
+        QFont::insertSubstitution(QString::fromLatin1(entry.family),
+                                  QString::fromLatin1(entry.substitute));
+}
+
+int fontRow(const FigText* text)
+{
+    return text->font >= 0 && text->font < NUM_PS_FONTS ? text->font : 0;
+}
+
+QFont makeFont(const CFontMapEntry& entry, int pixelSize)
+{
+    QFont font(QString::fromLatin1(entry.family));
+    font.setPixelSize(pixelSize);
+    font.setWeight(entry.weight);
+    font.setStyle(static_cast<QFont::Style>(entry.style));
+    font.setStretch(entry.stretch);
+    return font;
+}
+
+/// A row of the table at one pixel size, with the widths of the strings measured so far.
+struct Face {
+    Face(const CFontMapEntry& entry, int pixelSize)
+        : font(makeFont(entry, pixelSize)), metrics(font)
+    {
+    }
+
+    QFont font;
+    QFontMetrics metrics;
+    QHash<QString, int> widths;
+};
+
+// Making a font, and above all shaping a string, is what measuring costs; figures repeat their
+// fonts and many of their labels. Everything is forgotten when a limit is reached.
+class FaceCache {
+public:
+    FaceCache() { registerSubstitutions(); }
+
+    Face& face(int row, int pixelSize)
+    {
+        const quint64 key = static_cast<quint64>(row) << 32 | static_cast<quint32>(pixelSize);
+        const auto known = faces.find(key);
+        if (known != faces.end())
+            return known->second;
+        if (faces.size() >= MAX_FACES)
+            clear();
+        return faces.try_emplace(key, fontmapQt[row], pixelSize).first->second;
+    }
+
+    int width(Face& face, const QString& string)
+    {
+        if (string.size() > MAX_KEPT_LENGTH)
+            return face.metrics.horizontalAdvance(string);
+        const auto known = face.widths.constFind(string);
+        if (known != face.widths.constEnd())
+            return *known;
+        if (numWidths >= MAX_WIDTHS)
+            forgetWidths();
+        ++numWidths;
+        return *face.widths.insert(string, face.metrics.horizontalAdvance(string));
+    }
+
+private:
+    static constexpr std::size_t MAX_FACES = 256;
+    static constexpr int MAX_WIDTHS = 32768;
+    static constexpr int MAX_KEPT_LENGTH = 64;
+
+    void clear()
+    {
+        faces.clear();
+        numWidths = 0;
+    }
+
+    void forgetWidths()
+    {
+        for (auto& entry : faces)
+            entry.second.widths.clear();
+        numWidths = 0;
+    }
+
+    std::unordered_map<quint64, Face> faces;
+    int numWidths = 0;
+};
+
+/// Owned by the application's post routine, not by a static destructor: fonts must be gone before
+/// the application is.
+FaceCache* faceCache = nullptr;
+
+void destroyFaceCache()
+{
+    delete faceCache;
+    faceCache = nullptr;
+}
+
+/// The row of a text at a pixel size of at least 1; null without a QGuiApplication, when there are
+/// no fonts.
+Face* faceForText(const FigText* text, int pixelSize)
+{
+    if (!faceCache) {
+        if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+            return nullptr;
+        faceCache = new FaceCache;
+        qAddPostRoutine(destroyFaceCache);
+    }
+    return &faceCache->face(fontRow(text), std::max(1, pixelSize));
+}
+
+} // namespace
+
+int fontPixelSize(CFigContext* ctx, const FigText* text, double zoom)
+{
+    const double base = gridPreferences.fontBase72dpi ? ctx->ppiY / 72.0 : ctx->ppiY / 80.0;
+    return round2(base * zoom * text->size);
+}
+
+QFont fontForText(const FigText* text, int pixelSize)
+{
+    const Face* face = faceForText(text, pixelSize);
+    return face ? face->font : QFont();
+}
+
+void pf_textwidth(CFigContext* ctx, FigText* text, double zoom)
+{
+    Face* face = faceForText(text, fontPixelSize(ctx, text, zoom));
+    const int width = face ? faceCache->width(*face, text->cstring) : 0;
+    const int ascent = face ? face->metrics.ascent() : 0;
+    // Length and ascent go by the zoom of the context, the rest by the zoom asked for. Single
+    // precision up to the rounding of the first two.
+    text->length = round2(static_cast<float>(width) * (1200.0f / ctx->ppiX / ctx->zoom));
+    text->ascent = round2((1200.0f / ctx->ppiY / ctx->zoom) * static_cast<float>(ascent));
+    text->descent = face ? face->metrics.descent() : 0;
+    text->fontHeight = face ? face->metrics.height() : 0;
+    text->metricsZoom = static_cast<float>(zoom);
+    text->paddedLength = round2((width + 1.0) * static_cast<double>(1200.0f / ctx->ppiX) / zoom);
+}
+
+namespace {
+
+/// Where the base line begins, in figure units relative to the base point; by the justification.
+QPoint startOfText(const FigText* text)
+{
+    int startX = text->x;
+    if (text->sub_type == 1)
+        startX = saturatedInt(static_cast<long long>(text->x) - text->length / 2);
+    else if (text->sub_type == 2)
+        startX = saturatedInt(static_cast<long long>(text->x) - text->length);
+    int rotatedX, rotatedY;
+    rotatePoint(text->x, text->y, startX, text->y, &rotatedX, &rotatedY, text->angle);
+    return {saturatedInt(static_cast<long long>(rotatedX) - text->x),
+            saturatedInt(static_cast<long long>(rotatedY) - text->y)};
+}
+
+bool showsText(int mode)
+{
+    return mode == PAINT_NORMAL || mode == PAINT_DIMMED || mode == PAINT_GRAYED ||
+           mode == PAINT_WHITE;
+}
+
+} // namespace
+
+void pw_text(CFigContext* ctx, int x, int y, int mode, FigText* text)
+{
+    if (!text)
+        return;
+    const int pixelSize = fontPixelSize(ctx, text, ctx->zoom);
+    if (pixelSize <= 0)
+        return;
+    if (ctx->zoom != text->metricsZoom)
+        pf_textwidth(ctx, text, ctx->zoom);
+    QPainter* painter = ctx->painter;
+    if (!painter || !painter->isActive())
+        return;
+    const QPoint start = startOfText(text);
+    painter->translate(pixelX(ctx, saturatedInt(static_cast<long long>(x) + start.x())),
+                       pixelY(ctx, saturatedInt(static_cast<long long>(y) + start.y())));
+    // Whole degrees.
+    painter->rotate(round2(-text->angle * 180.0 / M_PI));
+    if (showsText(mode)) {
+        painter->setFont(fontForText(text, pixelSize));
+        painter->setPen(getQColor(&ctx->userColorShades, text->color, mode, true));
+        painter->drawText(QPointF(0, 0), text->cstring);
+    }
+    painter->resetTransform();
+}
+
+void pw_textrectangle(CFigContext* ctx, FigText* text)
+{
+    int xmin, ymin, xmax, ymax;
+    text->getBounds(ctx, &xmin, &ymin, &xmax, &ymax, true, true);
+    pw_rectangle_ds(ctx, xmin, ymin, xmax, ymax, QColor(0, 0, 0));
+}

@@ -1,0 +1,454 @@
+#include "render/u_redraw.h"
+
+#include "edit/command.h"
+#include "edit/mode.h"
+#include "model/FigContext.h"
+#include "model/preferences.h"
+#include "model/shell.h"
+#include "model/w_layers.h"
+#include "render/coords.h"
+#include "render/gfx_lowlevel.h"
+#include "render/gfx_math.h"
+#include "render/u_bound.h"
+#include "render/u_bound_box.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <vector>
+
+namespace {
+
+/// As an exclusion: nothing at all is drawn, but everything is counted.
+FigObject* const everything = reinterpret_cast<FigObject*>(-1);
+
+// --- margins, figure units -----------------------------------------------------
+
+int marginX(const CFigContext* ctx, float pixels)
+{
+    return round2(pixels * (1200.0f / ctx->ppiX));
+}
+
+int marginY(const CFigContext* ctx, float pixels)
+{
+    return round2(pixels * (1200.0f / ctx->ppiY));
+}
+
+int compoundExtra(const CFigContext* ctx)
+{
+    return round2((1200.0f / ctx->ppiY) / ctx->zoom * 4.0f);
+}
+
+// --- drawing by depth ------------------------------------------------------------
+
+/// A part of the canvas in figure units. Outside it nothing that is drawn would be seen.
+struct SeenArea {
+    long x1, y1, x2, y2;
+
+    SeenArea(const CFigContext* ctx, const QRect& pixels)
+        : x1(units(pixels.left(), ctx->shiftX, ctx->ppiX, ctx->zoom)),
+          y1(units(pixels.top(), ctx->shiftY, ctx->ppiY, ctx->zoom)),
+          x2(units(pixels.right() + 1.0, ctx->shiftX, ctx->ppiX, ctx->zoom)),
+          y2(units(pixels.bottom() + 1.0, ctx->shiftY, ctx->ppiY, ctx->zoom))
+    {
+    }
+
+private:
+    static long units(double pixel, int shift, float ppi, float zoom)
+    {
+        return truncated((pixel + shift) * 1200.0 / ppi / zoom);
+    }
+};
+
+void countDrawn(CFigContext* ctx, const FigObject* object)
+{
+    DepthCounts& counts = ctx->counts[qBound(0, object->depth, MAX_DEPTH)];
+    switch (object->type) {
+    case O_ARC:
+        ++counts.drawnArcs;
+        break;
+    case O_POLYLINE:
+        ++counts.drawnLines;
+        break;
+    case O_ELLIPSE:
+        ++counts.drawnEllipses;
+        break;
+    case O_SPLINE:
+        ++counts.drawnSplines;
+        break;
+    case O_TEXT:
+        ++counts.drawnTexts;
+        break;
+    default:
+        break;
+    }
+}
+
+bool isWanted(const FigObject* object, const FigObject* exclude)
+{
+    return !object->ignore && object != exclude && exclude != everything;
+}
+
+/// Draws a list depth by depth, the greatest first, each depth in list order and compounds
+/// entered. The list is walked once: its objects are sorted into their depths beforehand.
+class DepthWalk {
+public:
+    DepthWalk(CFigContext* ctx, FigObject* exclude) : context(ctx), excluded(exclude)
+    {
+        const int deepest = std::min(ctx->max_depth, MAX_DEPTH);
+        for (int depth = 0; depth <= deepest; ++depth)
+            reached[depth] = ctx->active_layers[depth] || ctx->layerMode != PAINT_HIDDEN;
+    }
+
+    void collect(const FigObjectList& list)
+    {
+        for (FigObject* object : list) {
+            if (object->type == O_COMPOUND) {
+                if (!object->ignore && object != excluded)
+                    collect(*static_cast<FigCompound*>(object)->objects);
+            } else if (isReached(object->depth)) {
+                take(object);
+            }
+        }
+    }
+
+    /// Objects that cannot touch the area are passed by; null stands for everywhere.
+    void draw(const SeenArea* area)
+    {
+        for (FigObject* object : sorted()) {
+            if (!area || mayTouchBox(context, object, area->x1, area->y1, area->x2, area->y2))
+                object->draw(context);
+        }
+    }
+
+private:
+    bool isReached(int depth) const { return depth >= 0 && depth <= MAX_DEPTH && reached[depth]; }
+
+    void take(FigObject* object)
+    {
+        countDrawn(context, object);
+        if (!isWanted(object, excluded))
+            return;
+        objects.push_back(object);
+        ++perDepth[object->depth];
+    }
+
+    std::vector<FigObject*> sorted() const
+    {
+        size_t start[NUM_DEPTHS];
+        size_t next = 0;
+        for (int depth = MAX_DEPTH; depth >= 0; --depth) {
+            start[depth] = next;
+            next += perDepth[depth];
+        }
+        std::vector<FigObject*> result(objects.size());
+        for (FigObject* object : objects)
+            result[start[object->depth]++] = object;
+        return result;
+    }
+
+    CFigContext* context;
+    FigObject* excluded;
+    bool reached[NUM_DEPTHS] = {};
+    size_t perDepth[NUM_DEPTHS] = {};
+    std::vector<FigObject*> objects;
+};
+
+void drawObjects(CFigContext* ctx, const FigObjectList* list, FigObject* exclude,
+                 const SeenArea* area)
+{
+    clearcounts(ctx);
+    DepthWalk walk(ctx, exclude);
+    walk.collect(*list);
+    walk.draw(area);
+}
+
+// --- what a redraw consists of -----------------------------------------------------
+
+bool canPaint(const CFigContext* ctx)
+{
+    return ctx->painter && ctx->painter->isActive();
+}
+
+/// The feedback of a gesture comes before the objects, so that wiping it later finds its pixels
+/// wherever no object covers them.
+void replayFeedback(CFigContext* ctx)
+{
+    if (action_on && elastic_proc)
+        elastic_proc(ctx, fix_x, fix_y, cur_x, cur_y);
+}
+
+QRect deviceRect(const QPainter* painter)
+{
+    return QRect(0, 0, painter->device()->width(), painter->device()->height());
+}
+
+QPoint pixelOf(CFigContext* ctx, int x, int y)
+{
+    return QPoint(pixelX(ctx, x), pixelY(ctx, y));
+}
+
+/// Background and objects within a rectangle of the canvas. Leaves no clip behind.
+void repaintClipped(CFigContext* ctx, const QRect& clip, const QPoint& from, const QPoint& to,
+                    FigObject* exclude)
+{
+    ctx->painter->setClipRect(clip, Qt::ReplaceClip);
+    RectFill(ctx->painter, from.x(), from.y(), to.x(), to.y(), gridPreferences.backgroundColour);
+    const SeenArea area(ctx, clip.normalized());
+    drawObjects(ctx, &ctx->drawing.objects, exclude, &area);
+    ctx->painter->setClipRect(clip, Qt::NoClip);
+}
+
+// --- what touches a box --------------------------------------------------------------
+
+struct DamagedBox {
+    int x1, y1, x2, y2;
+};
+
+bool overlaps(CFigContext* ctx, FigObject* object, const DamagedBox& box)
+{
+    return mayTouchBox(ctx, object, box.x1, box.y1, box.x2, box.y2) &&
+           check_overlap(ctx, object, box.x1, box.y1, box.x2, box.y2);
+}
+
+/// Every member is looked at, for exact bounds bring the metrics of texts up to date.
+bool anyMemberOverlaps(CFigContext* ctx, const FigCompound* compound, const DamagedBox& box)
+{
+    bool any = false;
+    for (FigObject* member : qAsConst(*compound->objects)) {
+        any = (member->type == O_COMPOUND
+                   ? anyMemberOverlaps(ctx, static_cast<FigCompound*>(member), box)
+                   : overlaps(ctx, member, box)) ||
+              any;
+    }
+    return any;
+}
+
+/// A compound overlaps when one of its members does. Exact bounds of all of them are only needed
+/// when none does, for the box may lie between them.
+bool touches(CFigContext* ctx, FigObject* object, const DamagedBox& box)
+{
+    return (object->type == O_COMPOUND &&
+            anyMemberOverlaps(ctx, static_cast<FigCompound*>(object), box)) ||
+           overlaps(ctx, object, box);
+}
+
+void clearMembers(FigObject* object)
+{
+    if (object->type == O_COMPOUND)
+        applyFunction(static_cast<FigCompound*>(object)->objects, clearIgnoreFlag);
+}
+
+/// Flags the top level; members have clear flags and go by their compound.
+template <class IsMember>
+void selectObjects(CFigContext* ctx, IsMember isMember, bool ignoreMember, const DamagedBox& box)
+{
+    for (FigObject* object : qAsConst(ctx->drawing.objects)) {
+        clearMembers(object);
+        object->ignore = isMember(object) ? ignoreMember : !touches(ctx, object, box);
+    }
+}
+
+void collectRecursive(const FigObjectList* list, QSet<FigObject*>& found)
+{
+    if (!list)
+        return;
+    for (FigObject* object : *list) {
+        found.insert(object);
+        if (object && object->type == O_COMPOUND)
+            collectRecursive(static_cast<FigCompound*>(object)->objects, found);
+    }
+}
+
+// --- rectangles of objects -------------------------------------------------------------
+
+QRect exactRect(CFigContext* ctx, FigObject* object)
+{
+    int xmin, ymin, xmax, ymax;
+    object->getBounds(ctx, &xmin, &ymin, &xmax, &ymax, true, true);
+    return QRect(QPoint(xmin, ymin), QPoint(xmax, ymax));
+}
+
+/// The rectangles of a list, each grown, joined to what there is. A null QRect holds nothing.
+QRect joinedRects(CFigContext* ctx, const FigObjectList* list, int growth, QRect joined)
+{
+    if (!list)
+        return joined;
+    for (FigObject* object : *list) {
+        if (!object)
+            continue;
+        QRect rect = exactRect(ctx, object);
+        extendBounds(&rect, growth);
+        joined = joined | rect;
+    }
+    return joined;
+}
+
+void refreshRect(CFigContext* ctx, QRect rect, FigObject* exclude)
+{
+    if (rect.isNull())
+        return;
+    extendBounds(&rect, marginX(ctx, 4.0f));
+    refresh_area(ctx, rect.left(), rect.top(), rect.right(), rect.bottom(), exclude, true);
+}
+
+} // namespace
+
+// --- full redraw ---------------------------------------------------------------------------
+
+void redisplay_canvas(CFigContext* ctx)
+{
+    if (!ctx->chFrm || !ctx->painter)
+        return;
+    int width, height;
+    shell_viewport_size(ctx->chFrm, &width, &height);
+    redisplay_viewport(ctx, width, height);
+}
+
+void redisplay_viewport(CFigContext* ctx, int width, int height)
+{
+    if (!canPaint(ctx))
+        return;
+    clear_canvas(ctx, gridPreferences.backgroundColour, 0, 0, width, height);
+    applyFunction(&ctx->drawing.objects, clearIgnoreFlag);
+    replayFeedback(ctx);
+    const SeenArea area(ctx, deviceRect(ctx->painter));
+    drawObjects(ctx, &ctx->drawing.objects, nullptr, &area);
+}
+
+void redisplay_objects(CFigContext* ctx)
+{
+    applyFunction(&ctx->drawing.objects, clearIgnoreFlag);
+    redisplay_objects(ctx, &ctx->drawing.objects, nullptr, true);
+}
+
+void redisplay_objects(CFigContext* ctx, FigObjectList* list, FigObject* exclude, bool)
+{
+    if (list)
+        drawObjects(ctx, list, exclude, nullptr);
+}
+
+void redisplay_object_list(CFigContext* ctx, FigObjectList* list, int depth, FigObject* exclude)
+{
+    if (!list)
+        return;
+    const FigObjectList walked = *list;
+    for (FigObject* object : walked) {
+        if (object->type == O_COMPOUND) {
+            if (!object->ignore && object != exclude)
+                redisplay_object_list(ctx, static_cast<FigCompound*>(object)->objects, depth,
+                                      exclude);
+        } else if (object->depth == depth) {
+            if (isWanted(object, exclude))
+                object->draw(ctx);
+            countDrawn(ctx, object);
+        }
+    }
+}
+
+// --- overlap -------------------------------------------------------------------------------
+
+bool check_overlap(CFigContext* ctx, int ax1, int ay1, int ax2, int ay2, int bx1, int by1, int bx2,
+                   int by2)
+{
+    const long mx = marginX(ctx, 4.0f);
+    const long my = marginY(ctx, 4.0f);
+    return ax1 - mx <= bx2 + mx && ax2 + mx >= bx1 - mx && ay1 - my <= by2 + my &&
+           ay2 + my >= by1 - my;
+}
+
+bool check_overlap(CFigContext* ctx, FigObject* object, int x1, int y1, int x2, int y2)
+{
+    int xmin, ymin, xmax, ymax;
+    object->getBounds(ctx, &xmin, &ymin, &xmax, &ymax, true, true);
+    return check_overlap(ctx, xmin, ymin, xmax, ymax, x1, y1, x2, y2);
+}
+
+void select_redisplay_objects(CFigContext* ctx, FigObject* object, bool ignoreIt, int x1, int y1,
+                              int x2, int y2)
+{
+    const auto isMember = [object](FigObject* candidate) { return candidate == object; };
+    selectObjects(ctx, isMember, ignoreIt, {x1, y1, x2, y2});
+}
+
+void select_redisplay_objects(CFigContext* ctx, FigObjectList* list, bool ignoreThem, int x1,
+                              int y1, int x2, int y2)
+{
+    QSet<FigObject*> members;
+    collectRecursive(list, members);
+    const auto isMember = [&members](FigObject* candidate) { return members.contains(candidate); };
+    selectObjects(ctx, isMember, ignoreThem, {x1, y1, x2, y2});
+}
+
+// --- partial redraw --------------------------------------------------------------------------
+
+void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObject* object, bool exclude)
+{
+    if (!canPaint(ctx))
+        return;
+    select_redisplay_objects(ctx, object, exclude, x1, y1, x2, y2);
+    const QPoint from = pixelOf(ctx, x1, y1);
+    const QPoint to = pixelOf(ctx, x2, y2);
+    const long width = std::abs(static_cast<long>(to.x()) - from.x());
+    const long height = std::abs(static_cast<long>(to.y()) - from.y());
+    const QRect clip(from, QPoint(saturated(from.x() + width), saturated(from.y() + height)));
+    repaintClipped(ctx, clip, from, to, exclude ? object : nullptr);
+}
+
+void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObjectList* list,
+                  bool exclude)
+{
+    if (!canPaint(ctx))
+        return;
+    select_redisplay_objects(ctx, list, exclude, x1, y1, x2, y2);
+    const QPoint from = pixelOf(ctx, x1, y1);
+    const QPoint to = pixelOf(ctx, x2, y2);
+    // The corners as they are, and no exclusion: the flags already speak for the list.
+    repaintClipped(ctx, QRect(from, to), from, to, nullptr);
+}
+
+void refresh_obj_area(CFigContext* ctx, FigObject* object, bool exclude)
+{
+    if (!object)
+        return;
+    int xmin, ymin, xmax, ymax;
+    object->getBounds(ctx, &xmin, &ymin, &xmax, &ymax, true, true);
+    if (object->type == O_COMPOUND)
+        ymax = saturated(static_cast<long>(ymax) + compoundExtra(ctx));
+    extendBounds(&xmin, &ymin, &xmax, &ymax, marginX(ctx, 4.0f));
+    refresh_area(ctx, xmin, ymin, xmax, ymax, object, exclude);
+}
+
+void refresh_obj_area(CFigContext* ctx, FigObjectList* list, bool exclude)
+{
+    if (!list)
+        return;
+    int xmin, ymin, xmax, ymax;
+    objectlist_bound(ctx, list, &xmin, &ymin, &xmax, &ymax, false, true, true);
+    extendBounds(&xmin, &ymin, &xmax, &ymax, marginX(ctx, 4.0f));
+    refresh_area(ctx, xmin, ymin, xmax, ymax, list, exclude);
+}
+
+void refresh_obj_area(CFigContext* ctx, FigObject* a, FigObject* b, FigObject* c)
+{
+    // Where the object was gets the margin, where it goes does not: the list form has it the
+    // other way round.
+    FigObjectList grown, plain;
+    grown.append(a);
+    plain.append(b);
+    QRect rect = joinedRects(ctx, &grown, marginX(ctx, 5.0f), QRect());
+    refreshRect(ctx, joinedRects(ctx, &plain, 0, rect), c);
+}
+
+void refresh_obj_area(CFigContext* ctx, FigObjectList* a, FigObjectList* b, FigObject* c)
+{
+    const QRect rect = joinedRects(ctx, a, 0, QRect());
+    refreshRect(ctx, joinedRects(ctx, b, marginX(ctx, 5.0f), rect), c);
+}
+
+void refresh_obj_area(CFigContext* ctx, FigObjectList* a, FigObject* b, FigObject* c)
+{
+    FigObjectList second;
+    second.append(b);
+    refresh_obj_area(ctx, a, &second, c);
+}

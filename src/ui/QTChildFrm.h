@@ -1,0 +1,141 @@
+// Document window: shows one figure with rulers and scroll bars, and hands the user's pointer and
+// keys to the procedure slots of the active tool.
+//
+// All drawing goes into an off-screen image, in brackets of the window's one painter; the screen
+// is only ever updated from that image, so a repaint never runs engine code.
+#pragma once
+
+#include "model/ObjectFunctions.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QScrollArea>
+
+class CFigContext;
+class QRuler;
+class QScrollBar;
+class QTMainFrm;
+
+class QTChildFrm : public QScrollArea {
+    Q_OBJECT
+
+public:
+    explicit QTChildFrm(QTMainFrm* mainWindow);
+    ~QTChildFrm() override;
+
+    QTMainFrm* mainFrm;
+    QRuler* hRuler = nullptr; ///< either ruler may be null
+    QRuler* vRuler = nullptr;
+    QWidget* rulerCorner = nullptr; ///< there when both rulers are
+    CFigContext* figContext;        ///< the document; owned
+    QPainter painter;               ///< active only for the length of one drawing operation
+    QImage* canvasImage;            ///< owned
+    QString curFile;                ///< canonical where the file exists
+    bool isUntitled = true;         ///< until the document has a file
+    int figX = 0;                   ///< last pointer position, figure units, as the slots get it
+    int figY = 0;
+    int dragPixelX = 0; ///< last step of a drag with the right button
+    int dragPixelY = 0;
+    int lastPixelX = -1; ///< last pointer position in the viewport
+    int lastPixelY = -1;
+    int canvasWidth = 0; ///< size of canvasImage since the first resize
+    int canvasHeight = 0;
+
+    // --- the document ---------------------------------------------------------
+
+    /// Makes this a new untitled document, "document1.fig" and so on; no number comes twice.
+    void newFile();
+    /// False after a message; the window is then of no use.
+    bool loadFile(const QString& fileName);
+    void setCurrentFile(const QString& fileName);
+    QString userFriendlyCurrentFile() const; ///< file name without directory
+    static QString strippedName(const QString& fullFileName);
+
+    // --- painting -------------------------------------------------------------
+
+    /// Bracket for drawing from outside. After beginPaint the painter is active unless the canvas
+    /// has no pixels.
+    void beginPaint();
+    void endPaint();
+    void redisplayCanvas();
+    void redisplayCanvasUpdate(); ///< the screen follows with the next paint event
+    void clearCanvas();
+    void redisplayObjectList(FigObjectList* list, int depth);
+    void refreshObjArea(FigObject* object, bool exclude);
+    void refreshObjArea(FigObjectList* list, bool exclude);
+
+    // --- view -----------------------------------------------------------------
+
+    QSize sizeHint() const override;
+    int effectiveWidth() const; ///< pixels, without the scroll bar
+    int effectiveHeight() const;
+    void zoomIn();
+    void zoomOut();
+    /// Shows the selected objects as large as they fit. Nothing without a selection.
+    void zoomToSelection();
+    /// Back to the view before zoomToSelection, as often as wanted.
+    void zoomToSelectionRevert();
+    void updateSliders();
+    void updateSliders(int width, int height);
+    void setSliderPositions(int x, int y);
+    void addRulers(bool horizontal, bool vertical);
+    void updateRulers();
+    void updateRulers(double originX, double originY);
+
+    // --- events ---------------------------------------------------------------
+
+    /// Takes a viewport pixel into figX and figY. Ctrl keeps the vertical position, Shift the
+    /// horizontal one. True if the pixel changed; with moving and Shift only the vertical counts.
+    bool getMouseXY(int px, int py, bool moving);
+    void updateCompoundButtons();
+    void updateConvertLineSplineButton();
+    void updateAlignButtons();
+    void updateAddClipToLibraryButton();
+
+signals:
+    void compoundButtonsStateChanged(bool btCreate, bool btBreak, bool btOpen, bool btClose);
+    void convertLineSplineButtonStateChanged(bool enabled);
+    void alignButtonsStateChanged(bool enabled);
+    void addClipToLibraryButtonStateChanged();
+    void coordsChanged(CFigContext* fgc, int x, int y);
+    void redisplayCanvasSignal();
+
+public slots:
+    void onScrollByX(int value);
+    void onScrollByY(int value);
+    void redisplayCanvasOnSignal();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    template <typename Work> void paint(Work work);
+    void startPainter();
+    void setAntialiasing(bool on);
+    void replaceCanvas(int width, int height);
+    void zoomAroundCentre(double newZoom, int* shiftX, int* shiftY);
+    void followSelectionView();
+    void removeRulers();
+    void reserveRulerSpace(Qt::Alignment end);
+    void fitSlider(QScrollBar* bar, float ppi, float pageSize, int size, int* shift, QRuler* ruler);
+    void scrollTo(QScrollBar* bar, int value, int* shift, QRuler* ruler);
+    void dragDrawing(QMouseEvent* event);
+    void callMoveSlots();
+    void markPointerOnRulers();
+    void forgetReleasedKeys();
+    void updateButtons();
+    bool isAnyObjectTagged() const;
+
+    QList<QWidget*> rulerSpacers; ///< keep the scroll bars clear of the rulers
+    bool slidersHeld = false;     ///< the bars are being set: the view does not follow
+};

@@ -1,0 +1,25 @@
+// Stands in for the windows where the engine is linked alone: records what they would show and
+// answers questions as told.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class CFigContext;
+
+struct RecordingShell {
+    QStringList messages;  ///< status lines in the order in which they were posted
+    QStringList boxes;     ///< "title: text" of each message box and question
+    bool answer = false;   ///< given to the next questions
+    CFigContext* activeContext = nullptr;
+    int layerPanelUpdates = 0;
+    int viewportWidth = 0;
+    int viewportHeight = 0;
+    float dpiX = 80.0f;
+    float dpiY = 80.0f;
+    QStringList redraws;  ///< "canvas" or "depth N", in the order in which they were asked for
+
+    void clear();
+};
+
+extern RecordingShell recordingShell;
