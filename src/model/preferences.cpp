@@ -23,7 +23,7 @@ TexViewPreferencesData::TexViewPreferencesData()
                                                        "COLORTOKEN\r\n"
                                                        "TEXTTOKEN\r\n"
                                                        "\\end{titlepage}\r\n"
-                                                       "\\end{document}\r\n")
+                                                       "\\end{document}")
 {
 }
 

@@ -9,13 +9,13 @@ class QFont;
 
 struct CFontMapEntry {
     int index;
-    const char* name;         ///< PostScript display name
+    const char* name; ///< PostScript display name
     const char* alternative;
-    const char* family;       ///< given to QFont
+    const char* family; ///< given to QFont
     int weight;
-    int style;                ///< QFont::Style
+    int style; ///< QFont::Style
     int stretch;
-    float xShift, yShift;     ///< stored, no reader
+    float xShift, yShift; ///< stored, no reader
 };
 constexpr int NUM_PS_FONTS = 35;
 constexpr int NUM_LATEX_FONTS = 6;

@@ -16,6 +16,7 @@ namespace {
 constexpr int NO_FILL = -1;
 constexpr int PURE_SHADE = 20;
 constexpr int FIRST_PATTERN = 41;
+constexpr double FINEST_DASH_PERIOD = 0.25; // pixels
 
 // Saturates; exact for ints, which a double holds.
 int sum(int a, double b)
@@ -49,12 +50,33 @@ void fillShape(CFigContext* ctx, int penColor, int fillColor, int fillStyle, int
     draw();
 }
 
+// Length of a dash pattern in pixels. Qt takes negative entries as 0.
+double dashPeriod(const QPen& pen)
+{
+    double period = 0.0;
+    for (qreal entry : pen.dashPattern())
+        period += std::max(entry, 0.0);
+    return period * std::max(pen.widthF(), 1.0);
+}
+
+// A pattern much finer than a pixel cannot be seen, but a painter is busy with it for minutes;
+// with a length that is no finite number it never ends. Both are drawn solid.
+void setOutline(QPainter* painter, QPen pen)
+{
+    if (pen.style() == Qt::CustomDashLine) {
+        const double period = dashPeriod(pen);
+        if (!std::isfinite(period) || (period > 0.0 && period < FINEST_DASH_PERIOD))
+            pen.setStyle(Qt::SolidLine);
+    }
+    painter->setPen(pen);
+    painter->setBrush(Qt::NoBrush);
+}
+
 void strokePointList(CFigContext* ctx, const QPen& pen, const QPoint* pts, int n)
 {
     if (!ctx->painter)
         return;
-    ctx->painter->setPen(pen);
-    ctx->painter->setBrush(Qt::NoBrush);
+    setOutline(ctx->painter, pen);
     ctx->painter->drawPolyline(pts, n);
 }
 
@@ -259,8 +281,7 @@ void pw_ellipse(CFigContext* ctx, FigEllipse* ellipse, int mode)
         fillEllipseRect(ctx, ellipse, mode, rect);
     const int width = getThickness(ctx, ellipse->thickness, ctx->zoom);
     if (width != 0) {
-        painter->setPen(ellipsePen(ctx, ellipse, mode, width));
-        painter->setBrush(Qt::NoBrush);
+        setOutline(painter, ellipsePen(ctx, ellipse, mode, width));
         painter->drawEllipse(rect);
     }
     painter->resetTransform();

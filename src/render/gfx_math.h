@@ -42,7 +42,7 @@ void calc_outline(long x1, long y1, long x2, long y2, QPoint* out);
 /// segment that ends there and `cur` of the one that leaves. False when nothing is added.
 bool calc_joinpoints(QPoint* cur, int x, int y, QPoint* prev, int join, float width, QPoint* out);
 
-/// Stroked bounds of a polyline of n points.
+/// Stroked bounds of a polyline of n points; without points the results are left alone.
 void calc_linebounds(QPoint* pts, long n, bool closed, float width, int join, int* minx, int* miny,
                      int* maxx, int* maxy);
 

@@ -6,7 +6,6 @@
 #include "render/gfx_math.h"
 
 #include <algorithm>
-#include <cmath>
 
 bool draw_parent_gray = false;
 
@@ -37,18 +36,15 @@ QVector<qreal> dashPattern(int style, float thickness, float unit)
 }
 
 // The pattern goes by the figure's thickness, not by the pen's width: the width already carries
-// the zoom, so a dash keeps its size on the page. A dash that is no finite number would keep the
-// painter busy for ever; it is drawn solid.
+// the zoom, so a dash keeps its size on the page.
 void setLineStyle(QPen& pen, int thickness, int style, float styleVal)
 {
-    if (style < 0 || style > 5)
-        return;
-    const float divisor = thickness == 0 ? 1.0f : static_cast<float>(thickness);
-    const float unit = styleVal / divisor;
-    if (style == 0 || !std::isfinite(unit))
+    if (style == 0) {
         pen.setStyle(Qt::SolidLine);
-    else
-        pen.setDashPattern(dashPattern(style, divisor, unit));
+    } else if (style >= 1 && style <= 5) {
+        const float divisor = thickness == 0 ? 1.0f : static_cast<float>(thickness);
+        pen.setDashPattern(dashPattern(style, divisor, styleVal / divisor));
+    }
 }
 
 // A negative width is refused by Qt, which leaves the one pixel of a new pen.

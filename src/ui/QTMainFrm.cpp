@@ -194,9 +194,11 @@ void QTMainFrm::openInNewWindow(const QString& fileName)
         discard(child);
         return;
     }
-    // The window takes its size in several steps; the figure is drawn once, at the end.
+    // The window and its scroll bars take their sizes in several steps; the figure is drawn once,
+    // at the end.
     child->setUpdatesEnabled(false);
     child->show();
+    QCoreApplication::sendPostedEvents(child, QEvent::LayoutRequest);
     child->setUpdatesEnabled(true);
     child->redisplayCanvas();
 }

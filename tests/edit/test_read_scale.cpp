@@ -1,5 +1,4 @@
 #include "ObjectBuilders.h"
-#include "RecordingShell.h"
 #include "edit/e_scale.h"
 
 #include <QtTest>

@@ -28,14 +28,20 @@ const QString question =
     "Request: The figure has objects, which have negative coordinates. Do you wish to shift it back "
     "on the page?";
 
-/// Installs the German locale for the process where the system can make it; false elsewhere.
-bool speakGerman(const QString& folder)
+/// Makes the German locale, once, where the system can.
+bool makeGerman(const QString& folder)
 {
     const QString target = folder + "/de_DE.UTF-8";
-    if (QProcess::execute("localedef", {"-c", "-i", "de_DE", "-f", "UTF-8", target}) != 0)
-        return false;
-    qputenv("LOCPATH", folder.toLocal8Bit());
-    return setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
+    return QProcess::execute("localedef", {"-c", "-i", "de_DE", "-f", "UTF-8", target}) == 0;
+}
+
+/// Sets it for the process; false where there is none.
+bool speakGerman()
+{
+    static const QTemporaryDir folder;
+    static const bool made = makeGerman(folder.path());
+    qputenv("LOCPATH", folder.path().toLocal8Bit());
+    return made && setlocale(LC_ALL, "de_DE.UTF-8") != nullptr;
 }
 
 } // namespace
@@ -282,8 +288,7 @@ private slots:
 
     void numbersDoNotDependOnTheLocale()
     {
-        QTemporaryDir folder;
-        if (!speakGerman(folder.path()))
+        if (!speakGerman())
             QSKIP("no German locale can be made here");
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         QCOMPARE(QByteArray(localeconv()->decimal_point), QByteArray(","));
@@ -305,8 +310,7 @@ private slots:
     // next one takes that for what it has to restore.
     void aReadThatEndsInThePreambleLeavesTheLocaleBehind()
     {
-        QTemporaryDir folder;
-        if (!speakGerman(folder.path()))
+        if (!speakGerman())
             QSKIP("no German locale can be made here");
         OpenedFigure broken("#FIG 3.2\nPortrait\nCenter\nMetric\nA4\n");
         QCOMPARE(QByteArray(setlocale(LC_NUMERIC, nullptr)), QByteArray("C"));

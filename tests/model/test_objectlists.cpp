@@ -1,5 +1,4 @@
 #include "ObjectBuilders.h"
-#include "RecordingShell.h"
 #include "model/FigContext.h"
 
 #include <QtTest>

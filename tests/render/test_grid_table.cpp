@@ -1,4 +1,3 @@
-#include "RecordingShell.h"
 #include "model/FigContext.h"
 #include "model/preferences.h"
 #include "render/grid.h"

@@ -79,12 +79,12 @@ void openThroughDialog(QTMainFrm* window, const QString& fileName, QString* offe
     window->open();
 }
 
-int redraws = 0;
+QList<CFigContext*> redrawn;
 
 /// Stands for a gesture's feedback, which each full redraw replays once.
-void countRedraw(CFigContext*, int, int, int, int)
+void recordRedraw(CFigContext* ctx, int, int, int, int)
 {
-    ++redraws;
+    redrawn.append(ctx);
 }
 
 } // namespace
@@ -152,16 +152,25 @@ private slots:
                 fixture.window->findSubWindow(opened)->windowTitle().contains("house.fig"));
     }
 
+    void openedFigureIsDrawnOnce_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("both scroll bars") << QSize(520, 500);
+        QTest::newRow("one scroll bar") << QSize(720, 600);
+        QTest::newRow("no scroll bar") << QSize(1200, 1200);
+    }
+
     void openedFigureIsDrawnOnce()
     {
+        QFETCH(QSize, size);
         QTemporaryDir directory;
-        WindowFixture fixture;
+        WindowFixture fixture(size);
         set_action_on();
-        elastic_proc = countRedraw;
-        redraws = 0;
+        elastic_proc = recordRedraw;
+        redrawn.clear();
         fixture.window->openFile(encoded(writeFigure(directory, "house.fig")).data());
-        QCoreApplication::processEvents();
-        QCOMPARE(redraws, 1);
+        QTest::qWait(20);
+        QCOMPARE(redrawn.count(fixture.window->activeMdiChild()->figContext), 1);
     }
 
     void messageOfTheReaderStandsInTheStatusLine()

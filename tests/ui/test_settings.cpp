@@ -106,9 +106,11 @@ private slots:
                  QString("latex -interaction=batchmode -jobname OUTFILE INFILE"));
         QCOMPARE(texViewPreferencesData.oldDefaultDvipsCommand,
                  QString("dvips -quiet -E* -o OUTFILE INFILE"));
-        const QStringList lines = texViewPreferencesData.documentFrame.split("\r\n");
-        QCOMPARE(lines.first(), QString("\\documentclass[11pt]{article}"));
-        QCOMPARE(lines.indexOf("COLORTOKEN") + 1, lines.indexOf("TEXTTOKEN"));
+        QCOMPARE(texViewPreferencesData.documentFrame,
+                 QString("\\documentclass[11pt]{article}\r\n\\usepackage{color}\r\n"
+                         "\\usepackage[latin1]{inputenc}\r\n\\begin{document}\r\n"
+                         "\\begin{titlepage}\r\nCOLORTOKEN\r\nTEXTTOKEN\r\n"
+                         "\\end{titlepage}\r\n\\end{document}"));
         const QString frame = exportPreferences.documentFrame;
         QCOMPARE(frame.count("\r\n"), 1);
         QCOMPARE(frame.count('\n'), 13);
