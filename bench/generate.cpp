@@ -3,7 +3,9 @@
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <initializer_list>
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -19,11 +21,24 @@ public:
     {
         return low + static_cast<int>(bits() % static_cast<unsigned>(high - low + 1));
     }
-    bool oneIn(int n) { return between(1, n) == 1; }
+    /// One of the values, by weights that add up to 100.
+    int pick(std::initializer_list<std::pair<int, int>> weighted)
+    {
+        int roll = between(1, 100);
+        for (const auto& [weight, value] : weighted) {
+            roll -= weight;
+            if (roll <= 0) {
+                return value;
+            }
+        }
+        return weighted.begin()->second;
+    }
 
 private:
     std::mt19937 bits;
 };
+
+// The shares are those of a collection of 220 real figures, each figure counting the same.
 
 class Writer {
 public:
@@ -37,15 +52,25 @@ private:
     Dice dice;
     std::string text;
 
+    struct Spot {
+        int x, y;
+    };
+
     void print(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    Spot spot();
+    int thickness();
+    int lineStyle();
+    int fillStyle();
     void polyline();
-    void closedPath(int subType, int corners);
+    void box(bool rounded);
+    void polygon();
     void ellipse();
     void spline();
     void arc();
     void words();
     void points(int count, int spread);
-    void head();
+    void heads(int count);
+    void pen(int code, int subType, int fill);
 };
 
 void Writer::print(const char* format, ...)
@@ -64,119 +89,166 @@ void Writer::header()
           "1200 2\n0 32 #2f6db5\n0 33 #c8483c\n");
 }
 
-void Writer::head()
+// Every value is drawn in a statement of its own: the order of a call's arguments is not fixed.
+Writer::Spot Writer::spot()
 {
-    print("\t%d %d 1.00 60.00 90.00\n", dice.between(0, 14), dice.between(0, 1));
+    const int x = dice.between(0, pageWidth);
+    return {x, dice.between(0, pageHeight)};
+}
+
+int Writer::thickness()
+{
+    return dice.pick({{77, 1}, {9, 2}, {6, 3}, {4, 0}, {2, 5}, {2, 4}});
+}
+
+int Writer::lineStyle()
+{
+    return dice.pick({{92, 0}, {6, 1}, {1, 2}, {1, 3}});
+}
+
+int Writer::fillStyle()
+{
+    const int shade = dice.between(0, 40), pattern = dice.between(41, 62);
+    return dice.pick({{70, -1}, {27, shade}, {3, pattern}});
+}
+
+/// The fields that all stroked objects begin with, up to the style value.
+void Writer::pen(int code, int subType, int fill)
+{
+    const int style = lineStyle(), width = thickness();
+    const int penColor = dice.between(0, 33), fillColor = dice.between(0, 33);
+    print("%d %d %d %d %d %d %d -1 %d 4.000", code, subType, style, width, penColor, fillColor,
+          dice.between(0, 99), fill);
+}
+
+void Writer::heads(int count)
+{
+    for (int i = 0; i < count; ++i) {
+        const int type = dice.pick({{60, 1}, {25, 2}, {15, 0}});
+        print("\t%d %d 1.00 60.00 120.00\n", type, dice.pick({{70, 1}, {30, 0}}));
+    }
 }
 
 void Writer::points(int count, int spread)
 {
-    const int x = dice.between(0, pageWidth), y = dice.between(0, pageHeight);
+    const Spot from = spot();
     print("\t");
     for (int i = 0; i < count; ++i) {
-        print(" %d %d", x + dice.between(0, spread), y + dice.between(0, spread));
+        const int dx = dice.between(0, spread), dy = dice.between(0, spread);
+        print(" %d %d", from.x + dx, from.y + dy);
     }
     print("\n");
 }
 
 void Writer::polyline()
 {
-    const int corners = dice.between(2, 8);
-    const bool forward = dice.oneIn(3), backward = dice.oneIn(8);
-    print("2 1 %d %d %d 7 %d -1 -1 4.000 %d %d -1 %d %d %d\n",
-          dice.oneIn(3) ? dice.between(1, 5) : 0, dice.between(1, 3), dice.between(0, 33),
-          dice.between(0, 99), dice.between(0, 2), dice.between(0, 2), forward, backward, corners);
-    if (forward) {
-        head();
-    }
-    if (backward) {
-        head();
-    }
-    points(corners, 500);
+    const int corners = dice.pick({{84, 2}, {7, 3}, {4, 4}, {5, dice.between(5, 12)}});
+    const int headCount = dice.pick({{64, 0}, {33, 1}, {3, 2}});
+    pen(2, 1, -1);
+    print(" 0 0 -1 %d %d %d\n", headCount > 0, headCount > 1, corners);
+    heads(headCount);
+    points(corners, 600);
 }
 
-void Writer::closedPath(int subType, int corners)
+void Writer::box(bool rounded)
 {
-    print("2 %d 0 %d %d %d %d -1 %d 4.000 0 0 %d 0 0 %d\n", subType, dice.between(0, 2),
-          dice.between(0, 33), dice.between(0, 33), dice.between(0, 99),
-          dice.oneIn(2) ? dice.between(0, 62) : -1, subType == 4 ? 7 : -1, corners + 1);
-    const int x = dice.between(0, pageWidth), y = dice.between(0, pageHeight);
-    const int w = dice.between(60, 500), h = dice.between(60, 500);
-    if (subType == 3) {
-        print("\t %d %d %d %d %d %d %d %d\n", x, y, x + w, y + h / 3, x + w / 2, y + h, x, y);
-    } else {
-        print("\t %d %d %d %d %d %d %d %d %d %d\n", x, y, x + w, y, x + w, y + h, x, y + h, x, y);
-    }
+    pen(2, rounded ? 4 : 2, fillStyle());
+    print(" 0 0 %d 0 0 5\n", rounded ? 7 : -1);
+    const Spot at = spot();
+    const int right = at.x + dice.between(60, 600), bottom = at.y + dice.between(60, 600);
+    print("\t %d %d %d %d %d %d %d %d %d %d\n", at.x, at.y, right, at.y, right, bottom, at.x,
+          bottom, at.x, at.y);
+}
+
+void Writer::polygon()
+{
+    pen(2, 3, fillStyle());
+    print(" 0 0 -1 0 0 4\n");
+    const Spot at = spot();
+    const int w = dice.between(60, 600), h = dice.between(60, 600);
+    print("\t %d %d %d %d %d %d %d %d\n", at.x, at.y, at.x + w, at.y + h / 3, at.x + w / 2,
+          at.y + h, at.x, at.y);
 }
 
 void Writer::ellipse()
 {
-    const int x = dice.between(0, pageWidth), y = dice.between(0, pageHeight);
+    const Spot at = spot();
     const int rx = dice.between(30, 300), ry = dice.between(30, 300);
-    print("1 1 %d %d %d %d %d -1 %d 4.000 1 %.4f %d %d %d %d %d %d %d %d\n", dice.between(0, 1),
-          dice.between(1, 2), dice.between(0, 33), dice.between(0, 33), dice.between(0, 99),
-          dice.oneIn(2) ? dice.between(0, 40) : -1, dice.between(0, 6) * 0.5, x, y, rx, ry, x, y,
-          x + rx, y + ry);
+    pen(1, 1, fillStyle());
+    print(" 1 %.4f %d %d %d %d %d %d %d %d\n", dice.pick({{90, 0}, {10, 1}}) * 0.5, at.x, at.y, rx,
+          ry, at.x, at.y, at.x + rx, at.y + ry);
 }
 
 void Writer::spline()
 {
     const int corners = dice.between(3, 7);
-    const bool forward = dice.oneIn(4);
-    print("3 0 0 %d %d 7 %d -1 -1 0.000 0 %d 0 %d\n", dice.between(1, 3), dice.between(0, 33),
-          dice.between(0, 99), forward, corners);
-    if (forward) {
-        head();
-    }
-    points(corners, 500);
+    const int headCount = dice.pick({{60, 0}, {40, 1}});
+    const double factor = dice.pick({{50, 1}, {50, -1}});
+    pen(3, factor > 0 ? 0 : 2, -1);
+    print(" 0 %d 0 %d\n", headCount, corners);
+    heads(headCount);
+    points(corners, 600);
     print("\t 0.000");
     for (int i = 2; i < corners; ++i) {
-        print(" 1.000");
+        print(" %.3f", factor);
     }
     print(" 0.000\n");
 }
 
 void Writer::arc()
 {
-    const int x = dice.between(0, pageWidth), y = dice.between(0, pageHeight);
+    const Spot centre = spot();
     const int radius = dice.between(60, 300);
     const double start = dice.between(0, 359) * 3.14159265 / 180;
-    print("5 1 0 %d %d 7 %d -1 -1 0.000 0 1 0 0 %d.000 %d.000", dice.between(1, 2),
-          dice.between(0, 33), dice.between(0, 99), x, y);
+    const int headCount = dice.pick({{40, 0}, {60, 1}});
+    pen(5, 1, -1);
+    print(" 0 1 %d 0 %d.000 %d.000", headCount, centre.x, centre.y);
     for (int i = 0; i < 3; ++i) {
-        print(" %d %d", x + static_cast<int>(radius * std::cos(start + i)),
-              y - static_cast<int>(radius * std::sin(start + i)));
+        print(" %d %d", centre.x + static_cast<int>(radius * std::cos(start + i)),
+              centre.y - static_cast<int>(radius * std::sin(start + i)));
     }
     print("\n");
+    heads(headCount);
 }
 
 void Writer::words()
 {
     static const char* const samples[] = {"label", "a node", "42", "x axis", "see below"};
-    print("4 0 %d %d -1 %d %d 0.0000 4 135 400 %d %d %s\\001\n", dice.between(0, 33),
-          dice.between(0, 99), dice.between(0, 34), dice.between(8, 14), dice.between(0, pageWidth),
-          dice.between(0, pageHeight), samples[dice.between(0, 4)]);
+    const Spot at = spot();
+    const int font = dice.pick({{45, 0}, {35, 16}, {8, 12}, {6, 2}, {6, 18}});
+    const int size = dice.pick({{60, 12}, {15, 10}, {15, 14}, {5, 8}, {5, 18}});
+    const int color = dice.between(0, 33), depth = dice.between(0, 99);
+    print("4 0 %d %d -1 %d %d 0.0000 4 135 400 %d %d %s\\001\n", color, depth, font, size, at.x,
+          at.y, samples[dice.between(0, 4)]);
 }
 
 void Writer::object()
 {
-    const int roll = dice.between(0, 99);
-    if (roll < 35) {
-        polyline();
-    } else if (roll < 50) {
-        closedPath(2, 4);
-    } else if (roll < 55) {
-        closedPath(4, 4);
-    } else if (roll < 65) {
-        closedPath(3, 3);
-    } else if (roll < 75) {
-        ellipse();
-    } else if (roll < 85) {
-        spline();
-    } else if (roll < 93) {
-        arc();
-    } else {
-        words();
+    enum Kind { Polyline, Text, Box, Ellipse, Spline, Polygon, Arc, Arcbox };
+    switch (dice.pick({{33, Polyline},
+                       {33, Text},
+                       {12, Box},
+                       {11, Ellipse},
+                       {5, Spline},
+                       {3, Polygon},
+                       {2, Arc},
+                       {1, Arcbox}})) {
+    case Polyline:
+        return polyline();
+    case Text:
+        return words();
+    case Box:
+        return box(false);
+    case Ellipse:
+        return ellipse();
+    case Spline:
+        return spline();
+    case Polygon:
+        return polygon();
+    case Arc:
+        return arc();
+    default:
+        return box(true);
     }
 }
 

@@ -32,6 +32,7 @@ public:
 
     void updateState(const QPaintEngineState& now) override
     {
+        keepTransform(now); // before the clip, which is given in its coordinates
         keepClip(now);
         keepTools(now);
         keepModes(now);
@@ -105,15 +106,26 @@ private:
         }
     }
 
+    /// A clip that is switched off is not set first, and a rectangle goes in as one.
     void keepClip(const QPaintEngineState& now)
     {
         const QRegion region = now.clipRegion();
         const Qt::ClipOperation operation = now.clipOperation();
-        const bool enabled = now.isClipEnabled();
-        keep(now.state() & DirtyClipRegion,
+        const bool changed = now.state() & (DirtyClipRegion | DirtyClipEnabled);
+        const bool clips = now.isClipEnabled() && operation != Qt::NoClip;
+        const QRect rect = region.boundingRect();
+        keep(changed && !clips, [](QPainter* painter) { painter->setClipping(false); });
+        keep(changed && clips && region.rectCount() == 1,
+             [rect, operation](QPainter* painter) { painter->setClipRect(rect, operation); });
+        keep(changed && clips && region.rectCount() != 1,
              [region, operation](QPainter* painter) { painter->setClipRegion(region, operation); });
-        keep(now.state() & DirtyClipEnabled,
-             [enabled](QPainter* painter) { painter->setClipping(enabled); });
+    }
+
+    void keepTransform(const QPaintEngineState& now)
+    {
+        const QTransform transform = now.transform();
+        keep(now.state() & DirtyTransform,
+             [transform](QPainter* painter) { painter->setTransform(transform); });
     }
 
     void keepTools(const QPaintEngineState& now)
@@ -121,9 +133,6 @@ private:
         const QPen pen = now.pen();
         const QBrush brush = now.brush();
         const QFont font = now.font();
-        const QTransform transform = now.transform();
-        keep(now.state() & DirtyTransform,
-             [transform](QPainter* painter) { painter->setTransform(transform); });
         keep(now.state() & DirtyPen, [pen](QPainter* painter) { painter->setPen(pen); });
         keep(now.state() & DirtyBrush, [brush](QPainter* painter) { painter->setBrush(brush); });
         keep(now.state() & DirtyFont, [font](QPainter* painter) { painter->setFont(font); });
@@ -156,21 +165,15 @@ public:
 protected:
     int metric(PaintDeviceMetric which) const override
     {
-        switch (which) {
-        case PdmWidth:
-            return size.width();
-        case PdmHeight:
-            return size.height();
-        case PdmDepth:
-            return 32;
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        default:
-            return QPaintDevice::metric(which);
-        }
+        const bool isResolution = which == PdmDpiX || which == PdmDpiY ||
+                                  which == PdmPhysicalDpiX || which == PdmPhysicalDpiY;
+        return which == PdmWidth                    ? size.width()
+               : which == PdmHeight                 ? size.height()
+               : which == PdmDepth                  ? 32
+               : which == PdmDevicePixelRatio       ? 1
+               : which == PdmDevicePixelRatioScaled ? static_cast<int>(devicePixelRatioFScale())
+               : isResolution                       ? 96
+                                                    : 0;
     }
 
 private:

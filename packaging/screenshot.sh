@@ -30,6 +30,9 @@ for _ in $(seq 300); do
     kill -0 "$editor" 2>/dev/null || { echo "The editor ended by itself." >&2; exit 1; }
     window=$(xdotool search --onlyvisible --name "$name" 2>/dev/null | head -n 1 || true)
     [ -n "$window" ] && break
+    # Nobody is there to answer a question; its default is taken.
+    question=$(xdotool search --onlyvisible --name '^Request$' 2>/dev/null | head -n 1 || true)
+    [ -z "$question" ] || xdotool mousemove --window "$question" 20 20 key Return 2>/dev/null || true
     sleep 0.2
 done
 [ -n "$window" ] || echo "No window shows $name; see the screenshot." >&2

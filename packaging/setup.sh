@@ -2,9 +2,10 @@
 # Needs root, or sudo, only when something is missing.
 
 BUILD_PACKAGES="g++ cmake ninja-build ccache qtbase5-dev qtbase5-dev-tools qtdeclarative5-dev
-    fig2dev ghostscript fonts-urw-base35"
+    fig2dev ghostscript fonts-urw-base35 librsvg2-bin"
 DISPLAY_PACKAGES="xvfb xdotool xauth imagemagick"
-TEST_PACKAGES="clang libclang-rt-14-dev llvm python3 locales"
+TEST_PACKAGES="clang libclang-rt-14-dev llvm python3 locales
+    dpkg-dev file desktop-file-utils appstream groff-base"
 
 missing_packages() {
     local package

@@ -4,8 +4,10 @@
 
 #include <QVector>
 
+#include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -51,10 +53,10 @@ struct LinkLine {
 
 bool parseLinkLine(const QString& line, LinkLine* link)
 {
-    const int fields = std::sscanf(
-        line.toUtf8().constData(),
-        "# METADATA <link srcPointIdx=%ld targetObjId=%ld targetLeftPointIdx=%ld />",
-        &link->srcPointIdx, &link->targetObjId, &link->targetLeftPointIdx);
+    const int fields =
+        std::sscanf(line.toUtf8().constData(),
+                    "# METADATA <link srcPointIdx=%ld targetObjId=%ld targetLeftPointIdx=%ld />",
+                    &link->srcPointIdx, &link->targetObjId, &link->targetLeftPointIdx);
     return fields == 3 && link->srcPointIdx != -1 && link->targetObjId != -1;
 }
 
@@ -141,11 +143,10 @@ void restoreLinks(FigObjectList* objects, const MetadataMap& metadata)
 
 bool anyWithoutId(FigObjectList* objects)
 {
-    for (FigObject* object : *objects)
-        if (object->id == -1 ||
-            (object->type == O_COMPOUND && anyWithoutId(static_cast<FigCompound*>(object)->objects)))
-            return true;
-    return false;
+    return std::any_of(objects->cbegin(), objects->cend(), [](FigObject* object) {
+        return object->id == -1 || (object->type == O_COMPOUND &&
+                                    anyWithoutId(static_cast<FigCompound*>(object)->objects));
+    });
 }
 
 /// Every object gets an id. False when those of the file could not be kept.
@@ -177,14 +178,19 @@ void parseMetadataForLinks(FigObject* object, FigObjectList* objects, QStringLis
     restoreLinks(objects, {{object, lines}});
 }
 
-void applyMetadata(CFigContext* ctx, FigDrawing* drawing, MetadataMap* metadata)
+void applyMetadata(CFigContext* ctx, FigObjectList* objects, bool allNew, MetadataMap* metadata)
 {
-    // Files of other origin may hold such lines by chance.
-    if (isFromOrvalt)
+    if (isFromOrvalt) {
         for (auto entry = metadata->begin(); entry != metadata->end(); ++entry)
             parseMetadataForId(entry.key(), entry.value());
-    if (settleIds(ctx, &drawing->objects) && isFromOrvalt)
-        restoreLinks(&drawing->objects, *metadata);
+        if (settleIds(ctx, objects))
+            restoreLinks(objects, *metadata);
+    } else if (allNew) {
+        // Files of other origin may hold such lines by chance. None of their objects has an id.
+        ctx->nextId = renumberObjectIds(objects, 0);
+    } else {
+        settleIds(ctx, objects);
+    }
     qDeleteAll(*metadata);
     metadata->clear();
 }

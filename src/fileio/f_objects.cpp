@@ -1,25 +1,19 @@
-// The records of single objects: one function for each kind, and the repairs of their fields.
+// The records of graphic objects and colours.
 #include "fileio/f_read.h"
-#include "fileio/number_scanner.h"
+#include "fileio/stream_fields.h"
 #include "model/FigContext.h"
 #include "model/shell.h"
 #include "model/u_list.h"
-#include "render/Font.h"
 #include "render/colorFunctions.h"
-#include "render/gfx_math.h"
 
-#include <cmath>
+#include <memory>
 
 int paddingLeft = MAX_PADDING;
 
 namespace {
 
-constexpr float TWO_PI = 6.2831855f;
-constexpr int NUM_ARROW_TYPES = 15;
-constexpr int LAST_PATTERN_STYLE = 62;
 /// So many points a record gets although its numbers have given out.
 constexpr int MAX_DAMAGED_POINTS = 100000;
-constexpr int FLAG_PS_FONT = 4;
 
 /// The object code and what follows it in the first line of all objects but texts and compounds.
 void readCommonFields(NumberScanner& fields, FigObject* object)
@@ -181,97 +175,7 @@ int readOldSplineTail(StreamFields& fields, int numPoints, FigSpline* spline)
     return numPoints - 1;
 }
 
-int repairedTextSize(double size)
-{
-    if (std::isnan(size) || (size > -2 && size < 1))
-        return 12;
-    return qBound(1, round2(size), 500);
-}
-
-int repairedFont(int font, int flags)
-{
-    const bool postScript = flags != -1 && (flags & FLAG_PS_FONT);
-    if (font < (postScript ? NUM_PS_FONTS : NUM_LATEX_FONTS))
-        return font;
-    put_msg("Invalid text font (%d) at line %d, setting to DEFAULT.", static_cast<long>(font),
-            static_cast<long>(save_line));
-    return -1;
-}
-
-/// The end marks go first, wherever they stand, so one may leave a lone backslash behind.
-QString withoutEndMarks(const QString& text)
-{
-    return text.split(QLatin1String("\\001")).join(QString());
-}
-
-QString withoutEscapes(const QString& text)
-{
-    if (!text.contains(QLatin1Char('\\')))
-        return text;
-    QString result;
-    result.reserve(text.size());
-    for (int i = 0; i < text.size(); ++i) {
-        if (text.at(i) != QLatin1Char('\\')) {
-            result += text.at(i);
-        } else if (i + 1 == text.size()) {
-            result += QChar(0);
-        } else if (!text.at(i + 1).isDigit()) {
-            result += text.at(++i);
-        } else if (i + 3 < text.size()) {
-            // No octal number, as in "\189", is character 0.
-            result += QChar(static_cast<ushort>(text.mid(i + 1, 3).toInt(nullptr, 8)));
-            i += 3;
-        } else {
-            result += QLatin1Char('\\');
-        }
-    }
-    return result;
-}
-
 } // namespace
-
-// --- repairs ------------------------------------------------------------------------
-
-void fix_angle(float* angle)
-{
-    if (!std::isfinite(*angle))
-        *angle = 0;
-    if (std::fabs(*angle) > 1000)
-        *angle = std::fmod(*angle, TWO_PI);
-    // Adding comes first: the sum for a tiny negative angle is 2 pi itself and has to go again.
-    while (*angle < 0)
-        *angle += TWO_PI;
-    while (*angle >= TWO_PI)
-        *angle -= TWO_PI;
-}
-
-void fix_depth(int* depth)
-{
-    if (*depth > MAX_DEPTH) {
-        *depth = MAX_DEPTH;
-        // The line number stands between the two depths, where the words expect the second.
-        put_msg("Depth > Maximum allowed (%d), setting to %d in line %d.",
-                static_cast<long>(MAX_DEPTH), static_cast<long>(save_line),
-                static_cast<long>(MAX_DEPTH));
-    } else if (*depth < 0) {
-        *depth = 0;
-    }
-}
-
-void fix_fillstyle(FigObject* object)
-{
-    const bool blackOrDefault = object->fill_color == -1 || object->fill_color == 0;
-    const bool tint = object->fill_style >= 21 && object->fill_style <= 40;
-    if (blackOrDefault && tint)
-        object->fill_style = -1;
-    else
-        object->fill_style = qBound(-1, object->fill_style, LAST_PATTERN_STYLE + 1);
-}
-
-int convert_arrow(int type)
-{
-    return type < NUM_ARROW_TYPES ? type : 0;
-}
 
 // --- records ------------------------------------------------------------------------
 
@@ -376,39 +280,6 @@ FigSpline* read_splineobject(CFigContext* ctx, QTextStream& stream, const QStrin
         return nullptr;
     spline->comments = attach_comments();
     return spline.release();
-}
-
-FigText* read_textobject(CFigContext* ctx, const QString& line)
-{
-    save_line = line_no;
-    auto* text = new FigText;
-    NumberScanner fields(line);
-    fields.integer();
-    text->sub_type = fields.integer();
-    text->color = fields.integer();
-    text->depth = fields.integer();
-    text->pen_style = fields.integer();
-    const int font = fields.integer();
-    text->size = repairedTextSize(fields.singleReal());
-    text->angle = fields.singleReal();
-    text->flags = fields.integer();
-    fields.real(); // height and length are measured anew
-    fields.real();
-    text->x = fields.integer();
-    text->y = fields.integer();
-    fix_angle(&text->angle);
-    text->font = repairedFont(font == -1 ? 0 : font, text->flags);
-    fix_depth(&text->depth);
-    // One character parts the text from the numbers; blanks after it belong to the text.
-    text->cstring = withoutEscapes(withoutEndMarks(fields.rest().mid(1)));
-    if (text->sub_type > 2) {
-        put_msg("Invalid text justification at line %d, setting to LEFT.",
-                static_cast<long>(save_line));
-        text->sub_type = 0;
-    }
-    pf_textwidth(ctx, text, static_cast<double>(ctx->zoom));
-    text->comments = attach_comments();
-    return text;
 }
 
 void read_colordef(CFigContext* ctx, const QString& line)

@@ -1,7 +1,6 @@
 #include "fileio/f_read.h"
 
 #include "edit/e_scale.h"
-#include "fileio/number_scanner.h"
 #include "model/FigContext.h"
 #include "model/shell.h"
 #include "model/w_layers.h"
@@ -31,8 +30,8 @@ constexpr int RESULT_TOLD = -1;
 
 int saturated(long value)
 {
-    return static_cast<int>(qBound<long>(std::numeric_limits<int>::min(), value,
-                                         std::numeric_limits<int>::max()));
+    return static_cast<int>(
+        qBound<long>(std::numeric_limits<int>::min(), value, std::numeric_limits<int>::max()));
 }
 
 void beginReading()
@@ -48,9 +47,9 @@ void beginReading()
 }
 
 /// Preamble and objects; they come from a string, which can be scanned in place.
-int readText(CFigContext* ctx, QString* text, FigDrawing* drawing, bool merge)
+int readText(CFigContext* ctx, QString text, FigDrawing* drawing, bool merge)
 {
-    OrvaltTextStream stream(text, QIODevice::ReadOnly);
+    OrvaltTextStream stream(&text, QIODevice::ReadOnly);
     int version10 = 0;
     const int preamble = readPreamble(ctx, stream, drawing, merge, &version10);
     if (preamble != 0)
@@ -61,6 +60,30 @@ int readText(CFigContext* ctx, QString* text, FigDrawing* drawing, bool merge)
     if (result != 0)
         finish(ctx);
     return result;
+}
+
+/// Scales and moves to where the figure belongs. The corners of its compounds are up to date then.
+void placeFigure(CFigContext* ctx, FigDrawing* drawing, bool merge, int xoff, int yoff)
+{
+    const bool scaled = drawing->resolution != FIG_RESOLUTION;
+    if (scaled)
+        scale_figure(ctx, &drawing->objects,
+                     static_cast<double>(FIG_RESOLUTION) / drawing->resolution, SCALE_OFFSET);
+    // Moving by nothing would only compute the corners once more.
+    if (scaled || merge || xoff != 0 || yoff != 0)
+        translate_object_list(ctx, &drawing->objects, xoff, yoff);
+}
+
+/// Brings the figure onto the page and stores its bounds.
+void settleOnPage(CFigContext* ctx, FigDrawing* drawing, bool merge)
+{
+    FigPoint* nw = &drawing->nwcorner;
+    FigPoint* se = &drawing->secorner;
+    boundsAsRead(ctx, &drawing->objects, nw, se);
+    if (nw->x >= 0 && nw->y >= 0)
+        return;
+    shift_figure(ctx, &drawing->objects, merge);
+    drawing->getBounds(ctx, &nw->x, &nw->y, &se->x, &se->y, true, true);
 }
 
 /// Distance that brings a negative minimum to the first grid line, or just before it.
@@ -108,18 +131,11 @@ int read_fig(CFigContext* ctx, const QString& fileName, FigDrawing* drawing, boo
     if (file.size() > MAX_FILE_SIZE)
         return EFBIG;
     beginReading();
-    QString text = OrvaltTextStream(&file).readAll();
-    file.close();
-    const int result = readText(ctx, &text, drawing, merge);
+    const int result = readText(ctx, OrvaltTextStream(&file).readAll(), drawing, merge);
     if (result != 0)
         return result;
-    if (drawing->resolution != FIG_RESOLUTION)
-        scale_figure(ctx, &drawing->objects,
-                     static_cast<double>(FIG_RESOLUTION) / drawing->resolution, SCALE_OFFSET);
-    translate_object_list(ctx, &drawing->objects, xoff, yoff);
-    shift_figure(ctx, &drawing->objects, merge);
-    drawing->getBounds(ctx, &drawing->nwcorner.x, &drawing->nwcorner.y, &drawing->secorner.x,
-                       &drawing->secorner.y, true, true);
+    placeFigure(ctx, drawing, merge, xoff, yoff);
+    settleOnPage(ctx, drawing, merge);
     finish(ctx);
     return 0;
 }
@@ -147,9 +163,9 @@ void shift_figure(CFigContext* ctx, FigObjectList* objects, bool merge)
     }
     if (left >= 0 && top >= 0)
         return;
-    if (!merge && !shell_question("Request",
-                                  "The figure has objects, which have negative coordinates. Do "
-                                  "you wish to shift it back on the page?"))
+    if (!merge &&
+        !shell_question("Request", "The figure has objects, which have negative coordinates. Do "
+                                   "you wish to shift it back on the page?"))
         return;
     const int grid = round2(getGridRound(ctx));
     const long right = shiftOntoGrid(left, grid);
@@ -167,9 +183,8 @@ void read_fail_message(const QString& name, int result)
     } else if (result == RESULT_EMPTY) {
         put_msg("File \"%s\" is empty.", name.toUtf8().constData());
     } else if (result != RESULT_TOLD) {
-        const QString message =
-            QString::asprintf("File \"%s\" is not accessible: %s.", name.toUtf8().constData(),
-                              std::strerror(result));
+        const QString message = QString::asprintf("File \"%s\" is not accessible: %s.",
+                                                  name.toUtf8().constData(), std::strerror(result));
         put_msg(message.toUtf8().constData());
         shell_warning("Error", message);
     }

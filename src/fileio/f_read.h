@@ -22,21 +22,21 @@ private:
 };
 
 struct PaperSize {
-    const char* shortName;    ///< with the trailing blanks that go to files
+    const char* shortName; ///< with the trailing blanks that go to files
     const char* description;
     const char* latexOption;
-    int width, height;        ///< portrait, 1/1200 inch
+    int width, height; ///< portrait, 1/1200 inch
 };
 constexpr int NUM_PAPER_SIZES = 29;
 extern const PaperSize paper_sizes[NUM_PAPER_SIZES];
 
 // Reader state. Written by read_fig and what it calls.
-extern int line_no;      ///< current line, from 1
-extern int save_line;    ///< line on which the present record began
-extern int num_object;   ///< objects read
-extern QStringList comments;  ///< comment lines waiting for the next object
-extern bool isFromOrvalt;     ///< the first comment names this program
-extern QByteArray oldLocale;  ///< LC_NUMERIC to be restored
+extern int line_no;          ///< current line, from 1
+extern int save_line;        ///< line on which the present record began
+extern int num_object;       ///< objects read
+extern QStringList comments; ///< comment lines waiting for the next object
+extern bool isFromOrvalt;    ///< the first comment names this program
+extern QByteArray oldLocale; ///< LC_NUMERIC to be restored
 
 /// Points that damaged counts may still add to this figure; set anew by read_fig. It keeps the
 /// memory that a figure takes in proportion to its file.
@@ -83,13 +83,16 @@ void fix_fillstyle(FigObject* object);
 int convert_arrow(int type);
 void scale_figure(CFigContext* ctx, FigObjectList* objects, double factor, int offset);
 void shift_figure(CFigContext* ctx, FigObjectList* objects, bool merge);
+/// Exact bounds of objects just read, whose compounds have theirs in their corners. These are not
+/// measured again, so that deep nesting takes linear time.
+void boundsAsRead(CFigContext* ctx, FigObjectList* objects, FigPoint* nwcorner, FigPoint* secorner);
 QString attach_comments();
 void save_comment(const QString& line);
 void parseMetadataForId(FigObject* object, QStringList* lines);
 void parseMetadataForLinks(FigObject* object, FigObjectList* objects, QStringList* lines);
-/// Gives every object of the drawing its id, restores the links if the ids allow it, and frees
-/// the lists of the map.
-void applyMetadata(CFigContext* ctx, FigDrawing* drawing, MetadataMap* metadata);
+/// Gives every object its id, restores the links if the ids allow it, and frees the lists of the
+/// map. allNew: no object was there before the reading.
+void applyMetadata(CFigContext* ctx, FigObjectList* objects, bool allNew, MetadataMap* metadata);
 void read_fail_message(const QString& name, int result);
 /// Restores the locale and lets the layer panel follow again.
 void finish(CFigContext* ctx);

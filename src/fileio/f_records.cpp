@@ -4,6 +4,7 @@
 #include "model/FigContext.h"
 #include "model/shell.h"
 
+#include <algorithm>
 #include <cerrno>
 
 int line_no = 1;
@@ -22,10 +23,8 @@ int nesting = 0;
 
 bool isBlank(const QString& line)
 {
-    for (const QChar character : line)
-        if (!character.isSpace())
-            return false;
-    return true;
+    return std::all_of(line.begin(), line.end(),
+                       [](QChar character) { return character.isSpace(); });
 }
 
 /// The common line holds no "#" at all, which is quickly seen.
@@ -48,7 +47,8 @@ void badCode(int line)
 /// So deep a compound would exhaust the stack: its members join the one around it.
 bool isObjectCode(int code)
 {
-    return code >= O_ELLIPSE && (code < O_COMPOUND || (code == O_COMPOUND && nesting < MAX_NESTING));
+    return code >= O_ELLIPSE &&
+           (code < O_COMPOUND || (code == O_COMPOUND && nesting < MAX_NESTING));
 }
 
 /// Null when the record was refused.
@@ -86,31 +86,20 @@ void dropMetadata(QStringList** lines)
     *lines = nullptr;
 }
 
-/// Sets the corners to what getBounds would give. The corners of inner compounds are their bounds
-/// already; asking these again would make deep nesting slow.
-void setCorners(CFigContext* ctx, FigCompound* compound)
+struct Bounds {
+    int xmin, ymin, xmax, ymax;
+};
+
+Bounds boundsOf(CFigContext* ctx, FigObject* object)
 {
-    int xmin = 0, ymin = 0, xmax = 0, ymax = 0;
-    bool first = true;
-    for (FigObject* object : *compound->objects) {
-        int x1, y1, x2, y2;
-        if (object->type == O_COMPOUND) {
-            const auto* inner = static_cast<FigCompound*>(object);
-            x1 = inner->nwcorner.x;
-            y1 = inner->nwcorner.y;
-            x2 = inner->secorner.x;
-            y2 = inner->secorner.y;
-        } else {
-            object->getBounds(ctx, &x1, &y1, &x2, &y2, true, true);
-        }
-        xmin = first ? x1 : qMin(xmin, x1);
-        ymin = first ? y1 : qMin(ymin, y1);
-        xmax = first ? x2 : qMax(xmax, x2);
-        ymax = first ? y2 : qMax(ymax, y2);
-        first = false;
+    if (object->type == O_COMPOUND) {
+        const auto* compound = static_cast<FigCompound*>(object);
+        return {compound->nwcorner.x, compound->nwcorner.y, compound->secorner.x,
+                compound->secorner.y};
     }
-    compound->nwcorner = FigPoint(xmin, ymin);
-    compound->secorner = FigPoint(xmax, ymax);
+    Bounds bounds;
+    object->getBounds(ctx, &bounds.xmin, &bounds.ymin, &bounds.xmax, &bounds.ymax, true, true);
+    return bounds;
 }
 
 /// Splines and inner compounds are not counted there; the message after opening tells it so.
@@ -201,9 +190,27 @@ QString attach_comments()
 {
     if (comments.isEmpty())
         return QString();
-    const QString text = comments.join(QLatin1Char('\n'));
+    QString text = comments.join(QLatin1Char('\n'));
     comments.clear();
     return text;
+}
+
+void boundsAsRead(CFigContext* ctx, FigObjectList* objects, FigPoint* nwcorner, FigPoint* secorner)
+{
+    Bounds all = {0, 0, 0, 0};
+    bool first = true;
+    for (FigObject* object : qAsConst(*objects)) {
+        const Bounds one = boundsOf(ctx, object);
+        all.xmin = first ? one.xmin : qMin(all.xmin, one.xmin);
+        all.ymin = first ? one.ymin : qMin(all.ymin, one.ymin);
+        all.xmax = first ? one.xmax : qMax(all.xmax, one.xmax);
+        all.ymax = first ? one.ymax : qMax(all.ymax, one.ymax);
+        first = false;
+    }
+    nwcorner->x = all.xmin;
+    nwcorner->y = all.ymin;
+    secorner->x = all.xmax;
+    secorner->y = all.ymax;
 }
 
 FigCompound* read_compoundobject(CFigContext* ctx, QTextStream& stream, const QString&,
@@ -216,12 +223,13 @@ FigCompound* read_compoundobject(CFigContext* ctx, QTextStream& stream, const QS
     ++nesting;
     readMembers(ctx, stream, compound, version10, metadata);
     --nesting;
-    setCorners(ctx, compound);
+    boundsAsRead(ctx, compound->objects, &compound->nwcorner, &compound->secorner);
     return compound;
 }
 
 int read_objects(CFigContext* ctx, QTextStream& stream, FigDrawing* drawing, int version10)
 {
+    const bool allNew = drawing->objects.isEmpty();
     MetadataMap metadata;
     QStringList* lines = nullptr;
     QString line;
@@ -244,6 +252,6 @@ int read_objects(CFigContext* ctx, QTextStream& stream, FigDrawing* drawing, int
             ++num_object;
     }
     dropMetadata(&lines);
-    applyMetadata(ctx, drawing, &metadata);
+    applyMetadata(ctx, &drawing->objects, allNew, &metadata);
     return stream.atEnd() ? 0 : errno;
 }

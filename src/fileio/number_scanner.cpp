@@ -10,9 +10,8 @@ namespace {
 constexpr int MAX_REAL_LENGTH = 124;
 /// Up to this length the digits make an exact double, and so does the power of ten under them.
 constexpr int MAX_SIMPLE_LENGTH = 15;
-constexpr double powersOfTen[MAX_SIMPLE_LENGTH + 1] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,
-                                                       1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                                       1e12, 1e13, 1e14, 1e15};
+constexpr double powersOfTen[MAX_SIMPLE_LENGTH + 1] = {
+    1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 constexpr int NO_DIGIT = 99;
 
 bool isAsciiDigit(QChar character)
@@ -70,7 +69,7 @@ NumberScanner::NumberScanner(const QString& line)
 }
 
 NumberScanner::NumberScanner(QString* source, int position)
-    : text(source), data(text->constData()), size(text->size()), at(position)
+    : text(source), data(source->constData()), size(source->size()), at(position)
 {
 }
 
@@ -274,63 +273,4 @@ void NumberScanner::fail()
 {
     if (state == QTextStream::Ok)
         state = at == size ? QTextStream::ReadPastEnd : QTextStream::ReadCorruptData;
-}
-
-// --- fields of a stream -----------------------------------------------------------
-
-StreamFields::StreamFields(QTextStream& source) : stream(source)
-{
-    stream.resetStatus();
-    takeOver();
-}
-
-StreamFields::~StreamFields()
-{
-    handBack();
-}
-
-void StreamFields::takeOver()
-{
-    if (stream.string())
-        scanner.emplace(stream.string(), static_cast<int>(stream.pos()));
-}
-
-void StreamFields::handBack()
-{
-    if (!scanner)
-        return;
-    stream.seek(scanner->position());
-    stream.setStatus(scanner->status());
-}
-
-int StreamFields::integer()
-{
-    if (scanner)
-        return scanner->integer();
-    int value = 0;
-    stream >> value;
-    return value;
-}
-
-double StreamFields::real()
-{
-    if (scanner)
-        return scanner->real();
-    double value = 0;
-    stream >> value;
-    return value;
-}
-
-QString StreamFields::restOfLine()
-{
-    handBack();
-    const QString line = stream.readLine();
-    takeOver();
-    return line;
-}
-
-bool StreamFields::failed() const
-{
-    return stream.status() != QTextStream::Ok ||
-           (scanner && scanner->status() != QTextStream::Ok);
 }

@@ -9,22 +9,20 @@
 #include <QString>
 #include <QTextStream>
 
-#include <optional>
-
 class NumberScanner {
 public:
     /// Scans one line, from its start.
     explicit NumberScanner(const QString& line);
-    /// Scans a text in place. What follows a leading zero may become lower case in it, as it does
-    /// in the string of a stream.
-    NumberScanner(QString* text, int position);
+    /// Scans a text in place from a position. What follows a leading zero may become lower case in
+    /// it, as it does in the string of a stream.
+    NumberScanner(QString* source, int position);
     NumberScanner(const NumberScanner&) = delete;
     NumberScanner& operator=(const NumberScanner&) = delete;
 
-    int integer();  ///< too great a number wraps around
+    int integer(); ///< too great a number wraps around
     unsigned unsignedInteger();
     unsigned long unsignedLong();
-    double real();  ///< takes nan and inf in any case; out of range is a failure
+    double real(); ///< takes nan and inf in any case; out of range is a failure
     float singleReal();
 
     /// Everything from the present position on.
@@ -51,26 +49,4 @@ private:
     int size;
     int at = 0;
     QTextStream::Status state = QTextStream::Ok;
-};
-
-/// Fields of a record that go on over the following lines of a stream. A stream over a string is
-/// scanned in place and gets its position back at the end; any other is read by its operators.
-class StreamFields {
-public:
-    explicit StreamFields(QTextStream& source);
-    ~StreamFields();
-    StreamFields(const StreamFields&) = delete;
-    StreamFields& operator=(const StreamFields&) = delete;
-
-    int integer();
-    double real();
-    QString restOfLine();  ///< the line end is consumed
-    bool failed() const;   ///< some field since the beginning was no number
-
-private:
-    void takeOver();
-    void handBack();
-
-    QTextStream& stream;
-    std::optional<NumberScanner> scanner;
 };

@@ -9,6 +9,8 @@
 
 #include <QSet>
 
+#include <limits>
+
 int cur_linewidth = 1;
 int cur_linestyle = 0;
 float cur_styleval = 4.0f;
@@ -205,7 +207,10 @@ void CFigContext::setDontHide1ptThickness(bool on)
 
 long CFigContext::getNextId()
 {
-    return ++nextId;
+    // A file may give an object the greatest number there is; counting on would overflow.
+    if (nextId < std::numeric_limits<long>::max())
+        ++nextId;
+    return nextId;
 }
 
 void CFigContext::setPixPerInch()

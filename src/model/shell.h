@@ -29,6 +29,9 @@ void print_msg();
 /// The context of the active document, or null when there is none.
 CFigContext* getFigContext();
 
+/// Adds one line to the log.
+void shell_log(const QString& line);
+
 /// Modal boxes with one OK button.
 void shell_info(const QString& title, const QString& text);
 void shell_warning(const QString& title, const QString& text);

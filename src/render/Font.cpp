@@ -199,7 +199,9 @@ void pf_textwidth(CFigContext* ctx, FigText* text, double zoom)
     const int ascent = face ? face->metrics.ascent() : 0;
     // Length and ascent go by the zoom of the context, the rest by the zoom asked for. Single
     // precision up to the rounding of the first two.
-    text->length = round2(static_cast<float>(width) * (1200.0f / ctx->ppiX / ctx->zoom));
+    const int length = round2(static_cast<float>(width) * (1200.0f / ctx->ppiX / ctx->zoom));
+    // A text without length is not saved; one that is merely too small to see has to be.
+    text->length = text->cstring.isEmpty() ? length : std::max(1, length);
     text->ascent = round2((1200.0f / ctx->ppiY / ctx->zoom) * static_cast<float>(ascent));
     text->descent = face ? face->metrics.descent() : 0;
     text->fontHeight = face ? face->metrics.height() : 0;

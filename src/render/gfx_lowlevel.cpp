@@ -16,7 +16,9 @@ namespace {
 constexpr int NO_FILL = -1;
 constexpr int PURE_SHADE = 20;
 constexpr int FIRST_PATTERN = 41;
-constexpr double FINEST_DASH_PERIOD = 0.25; // pixels
+constexpr double FINEST_PERIOD_IN_PIXELS = 0.25;
+constexpr double FINEST_PERIOD_IN_WIDTHS = 0.005;
+constexpr int WIDEST_DASHED_PEN = 16384;
 
 // Saturates; exact for ints, which a double holds.
 int sum(int a, double b)
@@ -50,26 +52,35 @@ void fillShape(CFigContext* ctx, int penColor, int fillColor, int fillStyle, int
     draw();
 }
 
-// Length of a dash pattern in pixels. Qt takes negative entries as 0.
+// Length of a dash pattern in pen widths. Qt takes negative entries as 0.
 double dashPeriod(const QPen& pen)
 {
     double period = 0.0;
     for (qreal entry : pen.dashPattern())
         period += std::max(entry, 0.0);
-    return period * std::max(pen.widthF(), 1.0);
+    return period;
 }
 
-// A pattern much finer than a pixel cannot be seen, but a painter is busy with it for minutes;
-// with a length that is no finite number it never ends. Both are drawn solid.
-void setOutline(QPainter* painter, QPen pen)
+// A pattern much finer than a pixel or than its own line cannot be seen, but a painter is busy
+// with it for minutes, as with a pen far wider than any canvas; with a length that is no finite
+// number it never ends. They are drawn solid.
+bool isPaintable(double period, double width)
 {
-    if (pen.style() == Qt::CustomDashLine) {
-        const double period = dashPeriod(pen);
-        if (!std::isfinite(period) || (period > 0.0 && period < FINEST_DASH_PERIOD))
-            pen.setStyle(Qt::SolidLine);
-    }
-    painter->setPen(pen);
+    return period == 0.0 || (std::isfinite(period) && width <= WIDEST_DASHED_PEN &&
+                             period >= FINEST_PERIOD_IN_WIDTHS &&
+                             period * width >= FINEST_PERIOD_IN_PIXELS);
+}
+
+void setOutline(QPainter* painter, const QPen& pen)
+{
     painter->setBrush(Qt::NoBrush);
+    if (pen.style() == Qt::SolidLine || isPaintable(dashPeriod(pen), std::max(pen.widthF(), 1.0))) {
+        painter->setPen(pen);
+    } else {
+        QPen solid = pen;
+        solid.setStyle(Qt::SolidLine);
+        painter->setPen(solid);
+    }
 }
 
 void strokePointList(CFigContext* ctx, const QPen& pen, const QPoint* pts, int n)

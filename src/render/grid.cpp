@@ -2,6 +2,7 @@
 
 #include "model/FigContext.h"
 #include "model/preferences.h"
+#include "model/shell.h"
 #include "render/coords.h"
 
 QVector<GridDefinition*> gridDefinitions;
@@ -96,4 +97,15 @@ void getGridRoundHalf(CFigContext* ctx, double* step, double* half)
     *step = getGridRound(ctx);
     if (const GridDefinition* grid = activeGrid(ctx))
         *half = subdivided(ctx->metric ? grid->halfMetric : grid->halfImperial, ctx->magnetMode);
+}
+
+void showGridInfo(CFigContext* ctx)
+{
+    const GridDefinition* grid = activeGrid(ctx);
+    QString text = QStringLiteral("No GRID");
+    if (grid && ctx->gridIndex < NUM_BUILTIN_GRIDS)
+        text = QString(grid->statusTip).replace("%1", ctx->metric ? "centimeter" : "inch");
+    else if (grid)
+        text = QString("Custom grid with step size %1").arg(static_cast<double>(grid->stepSize));
+    put_msg(text.toUtf8().constData());
 }

@@ -33,3 +33,5 @@ bool isIsoGrid(int index);
 double getGridRound(CFigContext* ctx);
 /// Step and half step. With grid 0 only step is written, with 0.0.
 void getGridRoundHalf(CFigContext* ctx, double* step, double* half);
+/// Tells the context's grid in the status line.
+void showGridInfo(CFigContext* ctx);

@@ -5,6 +5,7 @@
 #include "render/coords.h"
 
 #include <algorithm>
+#include <iterator>
 
 QPoint polygon_points[MAX_LIST_POINTS];
 long npoints = 0;

@@ -2,6 +2,9 @@
 // saturate where the plain ones would be undefined.
 #pragma once
 
+#include "model/FigObjects.h"
+#include "render/gfx_math.h"
+
 #include <algorithm>
 #include <climits>
 
@@ -18,6 +21,16 @@ inline int truncated(double value)
     if (value <= INT_MIN)
         return INT_MIN;
     return value == value ? static_cast<int>(value) : 0;
+}
+
+/// Bits of a spline's sub-type.
+constexpr int SPLINE_INTERPOLATED = 2;
+constexpr int SPLINE_CROSS = 4;
+
+/// A line width in figure units, along one axis.
+inline int strokeExtent(const FigObject* object, float ppi)
+{
+    return round2(static_cast<float>(object->thickness) * (1200.0f / ppi));
 }
 
 struct BoundsBox {

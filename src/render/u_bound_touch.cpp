@@ -152,6 +152,8 @@ bool ellipseBox(const CFigContext* ctx, const View& view, const FigEllipse* elli
     if (ellipse->angle != 0.0f)
         rx = ry = std::max(rx, ry) * view.anisotropy;
     box = {cx - rx, cy - ry, cx + rx, cy + ry};
+    // The raster engine paints flat ellipses up to a fifth too wide.
+    box.grow(std::max(rx, ry) / 4, std::max(rx, ry) / 4);
     if (ellipse->angle != 0.0f) {
         box.include(ellipse->start.x, ellipse->start.y);
         box.include(ellipse->end.x, ellipse->end.y);

@@ -5,8 +5,8 @@
 #include "model/FigContext.h"
 #include "model/preferences.h"
 #include "model/shell.h"
-#include "model/w_layers.h"
 #include "render/coords.h"
+#include "render/depth_walk.h"
 #include "render/gfx_lowlevel.h"
 #include "render/gfx_math.h"
 #include "render/u_bound.h"
@@ -14,13 +14,9 @@
 
 #include <QPainter>
 
-#include <cmath>
-#include <vector>
+#include <cstdlib>
 
 namespace {
-
-/// As an exclusion: nothing at all is drawn, but everything is counted.
-FigObject* const everything = reinterpret_cast<FigObject*>(-1);
 
 // --- margins, figure units -----------------------------------------------------
 
@@ -39,135 +35,6 @@ int compoundExtra(const CFigContext* ctx)
     return round2((1200.0f / ctx->ppiY) / ctx->zoom * 4.0f);
 }
 
-// --- drawing by depth ------------------------------------------------------------
-
-/// A part of the canvas in figure units. Outside it nothing that is drawn would be seen.
-struct SeenArea {
-    long x1, y1, x2, y2;
-
-    SeenArea(const CFigContext* ctx, const QRect& pixels)
-        : x1(units(pixels.left(), ctx->shiftX, ctx->ppiX, ctx->zoom)),
-          y1(units(pixels.top(), ctx->shiftY, ctx->ppiY, ctx->zoom)),
-          x2(units(pixels.right() + 1.0, ctx->shiftX, ctx->ppiX, ctx->zoom)),
-          y2(units(pixels.bottom() + 1.0, ctx->shiftY, ctx->ppiY, ctx->zoom))
-    {
-    }
-
-private:
-    static long units(double pixel, int shift, float ppi, float zoom)
-    {
-        return truncated((pixel + shift) * 1200.0 / ppi / zoom);
-    }
-};
-
-void countDrawn(CFigContext* ctx, const FigObject* object)
-{
-    DepthCounts& counts = ctx->counts[qBound(0, object->depth, MAX_DEPTH)];
-    switch (object->type) {
-    case O_ARC:
-        ++counts.drawnArcs;
-        break;
-    case O_POLYLINE:
-        ++counts.drawnLines;
-        break;
-    case O_ELLIPSE:
-        ++counts.drawnEllipses;
-        break;
-    case O_SPLINE:
-        ++counts.drawnSplines;
-        break;
-    case O_TEXT:
-        ++counts.drawnTexts;
-        break;
-    default:
-        break;
-    }
-}
-
-bool isWanted(const FigObject* object, const FigObject* exclude)
-{
-    return !object->ignore && object != exclude && exclude != everything;
-}
-
-/// Draws a list depth by depth, the greatest first, each depth in list order and compounds
-/// entered. The list is walked once: its objects are sorted into their depths beforehand.
-/// Objects that cannot touch the area are passed by; null stands for everywhere.
-class DepthWalk {
-public:
-    DepthWalk(CFigContext* ctx, FigObject* exclude, const SeenArea* area)
-        : context(ctx), excluded(exclude), seen(area)
-    {
-        const int deepest = std::min(ctx->max_depth, MAX_DEPTH);
-        for (int depth = 0; depth <= deepest; ++depth)
-            reached[depth] = ctx->active_layers[depth] || ctx->layerMode != PAINT_HIDDEN;
-    }
-
-    void collect(const FigObjectList& list)
-    {
-        for (FigObject* object : list) {
-            if (object->type == O_COMPOUND) {
-                if (!object->ignore && object != excluded)
-                    collect(*static_cast<FigCompound*>(object)->objects);
-            } else if (isReached(object->depth)) {
-                take(object);
-            }
-        }
-    }
-
-    void draw() const
-    {
-        for (FigObject* object : sorted())
-            object->draw(context);
-    }
-
-private:
-    bool isReached(int depth) const { return depth >= 0 && depth <= MAX_DEPTH && reached[depth]; }
-
-    void take(FigObject* object)
-    {
-        countDrawn(context, object);
-        if (!isWanted(object, excluded) || !maySee(object))
-            return;
-        objects.push_back(object);
-        ++perDepth[object->depth];
-    }
-
-    bool maySee(FigObject* object) const
-    {
-        return !seen || mayTouchBox(context, object, seen->x1, seen->y1, seen->x2, seen->y2);
-    }
-
-    std::vector<FigObject*> sorted() const
-    {
-        size_t start[NUM_DEPTHS];
-        size_t next = 0;
-        for (int depth = MAX_DEPTH; depth >= 0; --depth) {
-            start[depth] = next;
-            next += perDepth[depth];
-        }
-        std::vector<FigObject*> result(objects.size());
-        for (FigObject* object : objects)
-            result[start[object->depth]++] = object;
-        return result;
-    }
-
-    CFigContext* context;
-    FigObject* excluded;
-    const SeenArea* seen;
-    bool reached[NUM_DEPTHS] = {};
-    size_t perDepth[NUM_DEPTHS] = {};
-    std::vector<FigObject*> objects;
-};
-
-void drawObjects(CFigContext* ctx, const FigObjectList* list, FigObject* exclude,
-                 const SeenArea* area)
-{
-    clearcounts(ctx);
-    DepthWalk walk(ctx, exclude, area);
-    walk.collect(*list);
-    walk.draw();
-}
-
 // --- what a redraw consists of -----------------------------------------------------
 
 bool canPaint(const CFigContext* ctx)
@@ -183,34 +50,6 @@ void replayFeedback(CFigContext* ctx)
         elastic_proc(ctx, fix_x, fix_y, cur_x, cur_y);
 }
 
-QRect deviceRect(const QPainter* painter)
-{
-    return QRect(0, 0, painter->device()->width(), painter->device()->height());
-}
-
-/// Clips to the whole device while it lives. The raster engine is faster so, by a tenth to a
-/// third for thin smooth lines, and nothing looks different: a painter without a clip is one that
-/// is clipped to its device.
-class WholeClip {
-public:
-    explicit WholeClip(QPainter* target) : painter(target), wasClipped(target->hasClipping())
-    {
-        if (!wasClipped)
-            painter->setClipRect(deviceRect(painter), Qt::ReplaceClip);
-    }
-    WholeClip(const WholeClip&) = delete;
-    WholeClip& operator=(const WholeClip&) = delete;
-    ~WholeClip()
-    {
-        if (!wasClipped)
-            painter->setClipping(false);
-    }
-
-private:
-    QPainter* painter;
-    bool wasClipped;
-};
-
 QPoint pixelOf(CFigContext* ctx, int x, int y)
 {
     return QPoint(pixelX(ctx, x), pixelY(ctx, y));
@@ -223,7 +62,7 @@ void repaintClipped(CFigContext* ctx, const QRect& clip, const QPoint& from, con
     ctx->painter->setClipRect(clip, Qt::ReplaceClip);
     RectFill(ctx->painter, from.x(), from.y(), to.x(), to.y(), gridPreferences.backgroundColour);
     const SeenArea area(ctx, clip.normalized());
-    drawObjects(ctx, &ctx->drawing.objects, exclude, &area);
+    drawByDepth(ctx, ctx->drawing.objects, exclude, &area, nullptr);
     ctx->painter->setClipRect(clip, Qt::NoClip);
 }
 
@@ -338,12 +177,13 @@ void redisplay_viewport(CFigContext* ctx, int width, int height)
 {
     if (!canPaint(ctx))
         return;
-    const WholeClip clip(ctx->painter);
     clear_canvas(ctx, gridPreferences.backgroundColour, 0, 0, width, height);
     applyFunction(&ctx->drawing.objects, clearIgnoreFlag);
     replayFeedback(ctx);
-    const SeenArea area(ctx, deviceRect(ctx->painter));
-    drawObjects(ctx, &ctx->drawing.objects, nullptr, &area);
+    const QPaintDevice* device = ctx->painter->device();
+    const SeenArea area(ctx, QRect(0, 0, device->width(), device->height()));
+    WholeClip clip(ctx->painter);
+    drawByDepth(ctx, ctx->drawing.objects, nullptr, &area, &clip);
 }
 
 void redisplay_objects(CFigContext* ctx)
@@ -355,7 +195,7 @@ void redisplay_objects(CFigContext* ctx)
 void redisplay_objects(CFigContext* ctx, FigObjectList* list, FigObject* exclude, bool)
 {
     if (list)
-        drawObjects(ctx, list, exclude, nullptr);
+        drawByDepth(ctx, *list, exclude, nullptr, nullptr);
 }
 
 void redisplay_object_list(CFigContext* ctx, FigObjectList* list, int depth, FigObject* exclude)

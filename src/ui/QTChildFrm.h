@@ -12,6 +12,7 @@
 #include <QScrollArea>
 
 class CFigContext;
+class QMdiSubWindow;
 class QRuler;
 class QScrollBar;
 class QTMainFrm;
@@ -48,6 +49,16 @@ public:
     /// False after a message; the window is then of no use.
     bool loadFile(const QString& fileName);
     void setCurrentFile(const QString& fileName);
+    /// Saves under the present name; asks for one if there is none. False if the user cancels.
+    bool save();
+    bool saveAs();
+    /// Writes the figure and takes the name, its former content going to the name with ".bak".
+    /// True also when it could not be written: a message has told so, and the document stays
+    /// modified.
+    bool saveFile(const QString& fileName);
+    bool lastWriteFailed() const; ///< of this document
+    /// Asks about unsaved changes. False if the document has to stay.
+    bool maybeSave();
     QString userFriendlyCurrentFile() const; ///< file name without directory
     static QString strippedName(const QString& fullFileName);
 
@@ -71,6 +82,10 @@ public:
     int effectiveHeight() const;
     void zoomIn();
     void zoomOut();
+    /// Sets the zoom, limited to what is allowed, around the centre of the view.
+    void setZoom(double wanted);
+    /// Shows the whole figure as large as it fits. Nothing for a figure without extent.
+    void zoomToFit();
     /// Shows the selected objects as large as they fit. Nothing without a selection.
     void zoomToSelection();
     /// Back to the view before zoomToSelection, as often as wanted.
@@ -124,7 +139,7 @@ private:
     void setAntialiasing(bool on);
     void replaceCanvas(int width, int height);
     void zoomAroundCentre(double newZoom, int* shiftX, int* shiftY);
-    void followSelectionView();
+    void followView();
     void removeRulers();
     void reserveRulerSpace(Qt::Alignment end);
     void fitSlider(QScrollBar* bar, float ppi, float pageSize, int size, int* shift, QRuler* ruler);
@@ -136,6 +151,10 @@ private:
     void updateButtons();
     bool isAnyObjectTagged() const;
 
+    QString failedWrite;          ///< file that the last write could not replace; empty if it could
     QList<QWidget*> rulerSpacers; ///< keep the scroll bars clear of the rulers
     bool slidersHeld = false;     ///< the bars are being set: the view does not follow
 };
+
+/// The document in a window of the document area; null if there is none.
+QTChildFrm* documentOf(const QMdiSubWindow* window);

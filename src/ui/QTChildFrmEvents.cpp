@@ -7,6 +7,7 @@
 #include "render/coords.h"
 #include "ui/QRuler.h"
 #include "ui/QTChildFrm.h"
+#include "ui/QTMainFrm.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -158,6 +159,7 @@ void QTChildFrm::wheelEvent(QWheelEvent* event)
         zoomIn();
     else
         zoomOut();
+    mainFrm->showZoom(figContext);
     event->accept();
 }
 
@@ -228,7 +230,7 @@ void QTChildFrm::resizeEvent(QResizeEvent* event)
 
 void QTChildFrm::closeEvent(QCloseEvent* event)
 {
-    event->accept();
+    event->setAccepted(maybeSave());
     emit compoundButtonsStateChanged(false, false, false, false);
     emit convertLineSplineButtonStateChanged(false);
     emit alignButtonsStateChanged(false);

@@ -1,13 +1,22 @@
-// Main window: the area of document windows, the menus and the status line. Its slots forward to
-// the active document; without one they do nothing.
+// Main window: the area of document windows, menus, tool bars, the console and the status line.
+// Its slots forward to the active document; without one they do nothing.
 #pragma once
+
+#include "ui/MainActions.h"
 
 #include <QMainWindow>
 #include <QMdiArea>
 
+#include <memory>
+
+class CFigContext;
+class ConsoleDock;
 class QMdiSubWindow;
-class QSignalMapper;
 class QTChildFrm;
+class QTextDocument;
+class RecentFiles;
+class ToolRow;
+class WindowMenu;
 
 class QTMainFrm : public QMainWindow {
     Q_OBJECT
@@ -29,50 +38,79 @@ public:
     void setCurrentFile(const QString& fileName);
     QString currentFile() const; ///< empty without a document
 
+    /// Puts a file first in the list of recent files, which the File menu offers.
+    void updateRecentFiles(const QString& fileName);
+    void updateRecentFileActions();
+
+    /// Shows the zoom of a document in the tool row, if that document is the active one.
+    void showZoom(CFigContext* context);
+    /// Chooses a grid for a document, and for new ones. Null means the active document.
+    void setGrid(int index, CFigContext* context);
+    /// Redraws every document.
+    void redisplayCanvas();
+    QTextDocument* logDocument() const; ///< what the console shows
+
 public slots:
     QTChildFrm* newFile(); ///< a new empty document, shown
     void open();
+    void openRecentFile(); ///< the file in the data of the sending action
+    void save();
+    void saveAs();
     void closeActiveChild();
     void closeAllChilds();
     void zoomIn();
     void zoomOut();
+    void zoomToSelection();
+    void zoomToSelectionRevert();
+    void onEditZoom();
+    void onZoomIndex(int index);
+    void onOpenConsoleView();
+    void onClearLog();
+    void about();
+    void aboutQt();
     void updateMenus();
     void updateWindowMenu();
     void setActiveSubWindow(QWidget* window);
+    void subWindowActivated(QMdiSubWindow* window);
+
+    // Constraints of new line segments; the argument is not looked at.
+    void setUnconstraint(bool);
+    void setMounthattan(bool);
+    void setManhattan(bool);
+    void setMountain(bool);
+    void setLatexarrow(bool);
+    void setLatexline(bool);
+
+    void setSnapModeMagnet(bool on);
+    void setSnapModeVertex(bool on);
 
 protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void setupUi();
-    void createActions();
+    void createToolbars();
     void createMenus();
     void createStatusBar();
     void readSettings();
     void writeSettings();
-    template <typename Receiver, typename Slot>
-    QAction* makeAction(const QString& text, const QString& key, const QString& tip,
-                        Receiver* receiver, Slot slot);
-    void openInNewWindow(const QString& fileName);
+    QMenu* addMenu(const QString& title, std::initializer_list<MainAction> entries);
+    void addToolbar(const QString& title, std::initializer_list<MainAction> entries);
+    void openOrActivate(const QString& fileName);
+    void openInNewWindow(const QString& name);
     void discard(QTChildFrm* child);
-    void addWindowMenuEntry(QMdiSubWindow* window, int number);
+    void applyZoom(const QString& text);
+    void setSnapBit(int bit, bool on, const char* message);
+    template <typename View> void changeView(View view);
 
     QMdiArea* mdiArea;
-    QSignalMapper* windowMapper;
-    QMenu* fileMenu;
-    QMenu* viewMenu;
-    QMenu* windowMenu;
-    QAction* newAct;
-    QAction* openAct;
-    QAction* closeAct;
-    QAction* exitAct;
-    QAction* zoomInAct;
-    QAction* zoomOutAct;
-    QAction* tileAct;
-    QAction* cascadeAct;
-    QAction* nextAct;
-    QAction* previousAct;
-    QAction* separatorAct;
+    std::unique_ptr<MainActions> actions;
+    RecentFiles* recentFiles;
+    ToolRow* toolRow;
+    ConsoleDock* console;
+    WindowMenu* windowMenu;
     QString lastDirectory; ///< of the open dialog
 };

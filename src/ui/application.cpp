@@ -5,6 +5,7 @@
 #include "render/colorFunctions.h"
 #include "ui/QTChildFrm.h"
 #include "ui/QTMainFrm.h"
+#include "ui/logging.h"
 #include "ui/settings.h"
 
 #include <QApplication>
@@ -48,6 +49,7 @@ int run(int argc, char** argv)
     QTMainFrm window;
     mainWnd = &window;
     window.show();
+    setUpLogging(window.logDocument());
     if (isOrvaltUpgrade && LAST_VERSION_WITH_OLD_TEX_COMMANDS >= oldOrvaltVersion)
         renewTexCommands();
     openFirstFigure(window, argc, argv);

@@ -1,4 +1,5 @@
 #include "render/grid.h"
+#include "ui/Components/QsLog/QsLog.h"
 #include "ui/application.h"
 #include "ui/settings.h"
 
@@ -8,6 +9,7 @@
 
 int main(int argc, char** argv)
 {
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     theApp = &application;
     appHomeDir = QCoreApplication::applicationDirPath();
@@ -30,5 +32,6 @@ int main(int argc, char** argv)
     settings.setValue("last directory", QDir::currentPath());
     writeSettings();
     destroyGridDefinitions();
+    QsLogging::Logger::destroyInstance();
     return result;
 }

@@ -229,15 +229,6 @@ void removeCustomGrids()
 
 } // namespace
 
-QString getOrvaltVersionString(bool withAdditional)
-{
-    QString version = QString("%1.%2").arg(ORVALT_MAJOR_VERSION, ORVALT_MINOR_VERSION);
-    const QString additional = ORVALT_ADDITIONAL_VERSION;
-    if (withAdditional && !additional.isEmpty())
-        version += ' ' + additional;
-    return version;
-}
-
 void readSettings()
 {
     const QSettings settings(STORE_NAME, STORE_NAME);

@@ -2,16 +2,13 @@
 // The records themselves are declared in model/preferences.h.
 #pragma once
 
+#include "model/version.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
 
 class QSettings;
-
-constexpr char ORVALT_MAJOR_VERSION[] = "7";
-constexpr char ORVALT_MINOR_VERSION[] = "4";
-constexpr char ORVALT_ADDITIONAL_VERSION[] = "";
-constexpr char ORVALT_DATE[] = "2017-08-27";
 
 // Version of the program at the last run, as the store told it. Written by readSettings.
 extern QString lastInstalledVersion;
@@ -19,9 +16,6 @@ extern float oldMajorVersion;
 extern float oldMinorVersion;  ///< times 10 if it was below 10
 extern float oldOrvaltVersion; ///< major.minor as one number
 extern bool isOrvaltUpgrade;
-
-/// Major.minor, with the additional text behind a blank if asked for and not empty.
-QString getOrvaltVersionString(bool withAdditional);
 
 /// Reads all records. What is missing or unusable in the store keeps its present value.
 /// The built-in grids must have been loaded.

@@ -2,6 +2,7 @@
 #include "model/shell.h"
 
 #include "model/FigContext.h"
+#include "ui/Components/QsLog/QsLog.h"
 #include "ui/QTChildFrm.h"
 #include "ui/QTMainFrm.h"
 #include "ui/application.h"
@@ -21,6 +22,11 @@ CFigContext* getFigContext()
 {
     const QTChildFrm* child = mainWnd ? mainWnd->activeMdiChild() : nullptr;
     return child ? child->figContext : nullptr;
+}
+
+void shell_log(const QString& line)
+{
+    QSLOG(QsLogging::Info).nospace().noquote() << line;
 }
 
 // Boxes have the main window as parent: without it, none is shown.

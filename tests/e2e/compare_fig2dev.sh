@@ -7,7 +7,7 @@ here=$(dirname "$(realpath "$0")")
 source_dir=${SOURCE_DIR:-$here/../..}
 build_dir=${BUILD_DIR:-$source_dir/build/release}
 figprobe=${FIGPROBE:-$build_dir/tests/figprobe}
-inkdiff=$build_dir/tests/inkdiff
+inkdiff=${INKDIFF:-$build_dir/tests/inkdiff}
 command -v fig2dev >/dev/null && command -v gs >/dev/null && command -v python3 >/dev/null || {
     echo "fig2dev, gs and python3 are needed"
     exit 77

@@ -35,8 +35,9 @@ class TestFigCompounds : public QObject {
 private slots:
     void membersKeepTheOrderOfTheFile()
     {
-        OpenedFigure figure(foreignHeader + "# outer\n6 1 2 3 4\n" + lineRecord + "# inner\n6 0 0 0 0\n" +
-                            circleRecord + "-6\n" + arcRecord + "-6\n" + textRecord);
+        OpenedFigure figure(foreignHeader + "# outer\n6 1 2 3 4\n" + lineRecord +
+                            "# inner\n6 0 0 0 0\n" + circleRecord + "-6\n" + arcRecord + "-6\n" +
+                            textRecord);
         QCOMPARE(figure.count(), 2);
         auto* outer = figure.as<FigCompound>();
         QVERIFY(outer);
@@ -58,13 +59,14 @@ private slots:
         QCOMPARE(QPoint(compound->secorner.x, compound->secorner.y), QPoint(300, 400));
         int xmin, ymin, xmax, ymax;
         compound->getBounds(&figure.ctx, &xmin, &ymin, &xmax, &ymax, true, true);
-        QCOMPARE(QRect(QPoint(xmin, ymin), QPoint(xmax, ymax)), QRect(QPoint(0, 0), QPoint(300, 400)));
+        QCOMPARE(QRect(QPoint(xmin, ymin), QPoint(xmax, ymax)),
+                 QRect(QPoint(0, 0), QPoint(300, 400)));
     }
 
     void theCornersOfNestedCompoundsAreWhatGetBoundsGives()
     {
-        OpenedFigure figure(foreignHeader + "6 0 0 0 0\n" + circleRecord + "6 0 0 0 0\n" + lineRecord +
-                            "6 0 0 0 0\n" + arcRecord + splineRecord + "-6\n-6\n-6\n");
+        OpenedFigure figure(foreignHeader + "6 0 0 0 0\n" + circleRecord + "6 0 0 0 0\n" +
+                            lineRecord + "6 0 0 0 0\n" + arcRecord + splineRecord + "-6\n-6\n-6\n");
         FigObject* object = figure.object();
         for (int level = 0; level < 3; ++level) {
             auto* compound = static_cast<FigCompound*>(object);
@@ -131,9 +133,11 @@ private slots:
 
     void aRejectedMemberLeavesItsCommentToTheNext()
     {
-        OpenedFigure figure(foreignHeader + "6 0 0 0 0\n# a\n2 2 0 1 0 7 50 -1 -1 0 0 0 -1 0 0 1\n0 0\n" +
+        OpenedFigure figure(foreignHeader +
+                            "6 0 0 0 0\n# a\n2 2 0 1 0 7 50 -1 -1 0 0 0 -1 0 0 1\n0 0\n" +
                             circleRecord + "# b\n-6\n" + lineRecord);
-        QCOMPARE(OpenedFigure::member(figure.as<FigCompound>()->objects, 0)->comments, QString("a"));
+        QCOMPARE(OpenedFigure::member(figure.as<FigCompound>()->objects, 0)->comments,
+                 QString("a"));
         QCOMPARE(figure.object(1)->comments, QString("b"));
         QCOMPARE(figure.countInMessage(), 2);
     }
@@ -143,8 +147,8 @@ private slots:
     void nestingEndsAtAThousand()
     {
         const int levels = 100000;
-        OpenedFigure figure(foreignHeader + QByteArray("6 0 0 0 0\n").repeated(levels) + lineRecord +
-                            lineRecord + QByteArray("-6\n").repeated(levels));
+        OpenedFigure figure(foreignHeader + QByteArray("6 0 0 0 0\n").repeated(levels) +
+                            lineRecord + lineRecord + QByteArray("-6\n").repeated(levels));
         QVERIFY(figure.opened);
         QCOMPARE(depthOf(figure.object()), 1000);
         QCOMPARE(figure.countInMessage(), 2);

@@ -80,8 +80,8 @@ private slots:
 
     void doubledIdsNumberEverythingAnewAndLoseAllLinks()
     {
-        OpenedFigure figure(ownHeader + idLine("5") + linkLine(0, "8", -1) + lineRecord + idLine("8") +
-                            circleRecord + idLine("8") + circleRecord);
+        OpenedFigure figure(ownHeader + idLine("5") + linkLine(0, "8", -1) + lineRecord +
+                            idLine("8") + circleRecord + idLine("8") + circleRecord);
         QCOMPARE(ids(&figure.ctx.drawing.objects), QList<long>({1, 2, 3}));
         QVERIFY(!linkOf(figure));
         QCOMPARE(figure.ctx.nextId, 3L);
@@ -89,9 +89,9 @@ private slots:
 
     void damagedIdLinesLeaveTheIdOpen()
     {
-        OpenedFigure figure(ownHeader + idLine("x") + circleRecord + "  " + idLine("9") + circleRecord +
-                            "#  METADATA <id>9</id>\n" + circleRecord + "# METADATA <id>6\n" +
-                            circleRecord);
+        OpenedFigure figure(ownHeader + idLine("x") + circleRecord + "  " + idLine("9") +
+                            circleRecord + "#  METADATA <id>9</id>\n" + circleRecord +
+                            "# METADATA <id>6\n" + circleRecord);
         QCOMPARE(ids(&figure.ctx.drawing.objects), QList<long>({7, 8, 9, 6}));
         // The third of them was a plain comment.
         QCOMPARE(figure.object(2)->comments, QString(" METADATA <id>9</id>"));
@@ -99,7 +99,8 @@ private slots:
 
     void idsWithoutRoomAboveThemAreGivenUp()
     {
-        OpenedFigure figure(ownHeader + idLine("9223372036854775807") + circleRecord + circleRecord);
+        OpenedFigure figure(ownHeader + idLine("9223372036854775807") + circleRecord +
+                            circleRecord);
         QCOMPARE(ids(&figure.ctx.drawing.objects), QList<long>({1, 2}));
     }
 
@@ -114,8 +115,8 @@ private slots:
 
     void metadataOfARejectedObjectGoesToTheNext()
     {
-        OpenedFigure figure(ownHeader + idLine("7") + QByteArray(boxRecord).replace(" 5\n", " 1\n") +
-                            circleRecord);
+        OpenedFigure figure(ownHeader + idLine("7") +
+                            QByteArray(boxRecord).replace(" 5\n", " 1\n") + circleRecord);
         QCOMPARE(figure.object()->type, int(O_ELLIPSE));
         QCOMPARE(figure.object()->id, 7L);
     }
@@ -128,7 +129,8 @@ private slots:
 
     void theEndOfACompoundDropsItsMetadata()
     {
-        OpenedFigure figure(ownHeader + "6 0 0 0 0\n" + lineRecord + idLine("7") + "-6\n" + circleRecord);
+        OpenedFigure figure(ownHeader + "6 0 0 0 0\n" + lineRecord + idLine("7") + "-6\n" +
+                            circleRecord);
         QCOMPARE(figure.object(1)->id, 3L);
     }
 
@@ -211,8 +213,8 @@ private slots:
 
     void onlyLinesAndSplinesHaveLinks()
     {
-        OpenedFigure figure(ownHeader + idLine("1") + linkLine(0, "2", 0) + circleRecord + idLine("2") +
-                            boxRecord);
+        OpenedFigure figure(ownHeader + idLine("1") + linkLine(0, "2", 0) + circleRecord +
+                            idLine("2") + boxRecord);
         QVERIFY(figure.opened);
         QCOMPARE(figure.count(), 2);
     }
@@ -220,8 +222,8 @@ private slots:
     void theLastLinkOfAPointWinsAndAMissingBlankDoesNotMatter()
     {
         OpenedFigure figure(ownHeader + idLine("1") + linkLine(0, "2", 0) +
-                            linkLine(0, "2", 2).replace(" />", "/>") + linkLine(2, "2", 1) + lineRecord +
-                            idLine("2") + boxRecord);
+                            linkLine(0, "2", 2).replace(" />", "/>") + linkLine(2, "2", 1) +
+                            lineRecord + idLine("2") + boxRecord);
         QCOMPARE(linkOf(figure)->targetLeftPointIdx, 2);
         QCOMPARE(linkOf(figure, 0, 2)->targetLeftPointIdx, 1);
         QVERIFY(!linkOf(figure, 0, 1));
@@ -229,10 +231,11 @@ private slots:
 
     void linksReachIntoCompoundsAndOutOfThem()
     {
-        OpenedFigure figure(ownHeader + idLine("1") + linkLine(0, "3", 0) + lineRecord + idLine("2") +
-                            "6 0 0 0 0\n" + idLine("3") + linkLine(1, "1", 0) + lineRecord + "-6\n");
-        auto* inner = static_cast<FigLine*>(
-            OpenedFigure::member(figure.as<FigCompound>(1)->objects, 0));
+        OpenedFigure figure(ownHeader + idLine("1") + linkLine(0, "3", 0) + lineRecord +
+                            idLine("2") + "6 0 0 0 0\n" + idLine("3") + linkLine(1, "1", 0) +
+                            lineRecord + "-6\n");
+        auto* inner =
+            static_cast<FigLine*>(OpenedFigure::member(figure.as<FigCompound>(1)->objects, 0));
         QCOMPARE(linkOf(figure)->targetLeftPoint, inner->points);
         QCOMPARE(inner->getPoint(1)->link->targetLeftPoint, figure.as<FigLine>()->points);
     }
@@ -247,8 +250,9 @@ private slots:
             points += QByteArray::number(i) + " 0\n";
             links += linkLine(i, QByteArray::number(i % 3000 + 2), -1);
         }
-        QByteArray bytes = ownHeader + idLine("1") + links + "2 1 0 1 0 7 50 -1 -1 0.0 0 0 -1 0 0 " +
-                           QByteArray::number(count) + "\n" + points;
+        QByteArray bytes = ownHeader + idLine("1") + links +
+                           "2 1 0 1 0 7 50 -1 -1 0.0 0 0 -1 0 0 " + QByteArray::number(count) +
+                           "\n" + points;
         for (int i = 0; i < 3000; ++i)
             bytes += idLine(QByteArray::number(i + 2)) + circleRecord;
         QElapsedTimer timer;

@@ -21,12 +21,13 @@ QByteArray lineFrom(int x, int y)
 
 QByteArray atResolution(int resolution, const QByteArray& records)
 {
-    return QByteArray(foreignHeader).replace("1200 2", QByteArray::number(resolution) + " 2") + records;
+    return QByteArray(foreignHeader).replace("1200 2", QByteArray::number(resolution) + " 2") +
+           records;
 }
 
-const QString question =
-    "Request: The figure has objects, which have negative coordinates. Do you wish to shift it back "
-    "on the page?";
+const QString question = "Request: The figure has objects, which have negative coordinates. Do you "
+                         "wish to shift it back "
+                         "on the page?";
 
 /// Makes the German locale, once, where the system can.
 bool makeGerman(const QString& folder)
@@ -63,9 +64,10 @@ private slots:
     {
         OpenedFigure figure(foreignHeader + lineRecord + lineRecord);
         QVERIFY(figure.opened);
-        QCOMPARE(figure.messages,
-                 QStringList({QString("Reading objects from \"%1\" ...").arg(figure.path),
-                              QString("Opened \"%1\" Figure contains 2 objects").arg(figure.path)}));
+        QCOMPARE(
+            figure.messages,
+            QStringList({QString("Reading objects from \"%1\" ...").arg(figure.path),
+                         QString("Opened \"%1\" Figure contains 2 objects").arg(figure.path)}));
         QCOMPARE(figure.ctx.filename, figure.path);
         QVERIFY(!figure.ctx.modified);
         QCOMPARE(figure.ctx.object_depths[50], 2);
@@ -104,7 +106,8 @@ private slots:
         read_fail_message("a.fig", -1);
         QVERIFY(recordingShell.boxes.isEmpty());
         read_fail_message("100%s.fig", EACCES);
-        const QString last = QString("File \"100%s.fig\" is not accessible: %1.").arg(strerror(EACCES));
+        const QString last =
+            QString("File \"100%s.fig\" is not accessible: %1.").arg(strerror(EACCES));
         QCOMPARE(recordingShell.messages, QStringList({"File name \"a.fig\" is too long",
                                                        "File \"a.fig\" is empty.", last}));
         QCOMPARE(recordingShell.boxes, QStringList("Error: " + last));
@@ -148,8 +151,9 @@ private slots:
         QCOMPARE(figure.object()->forward_arrow->wd, 45.0f);
         QCOMPARE(figure.as<FigEllipse>(1)->center.x, 515);
         QCOMPARE(figure.as<FigEllipse>(1)->radiuses.x, 45);
-        QCOMPARE(figure.remarks(), QStringList("Scaling figure by a factor of 0.500 for new 1200 pixel "
-                                               "per inch resolution."));
+        QCOMPARE(figure.remarks(),
+                 QStringList("Scaling figure by a factor of 0.500 for new 1200 pixel "
+                             "per inch resolution."));
         QCOMPARE(figure.ctx.drawing.resolution, 2400);
     }
 
@@ -178,7 +182,8 @@ private slots:
         OpenedFigure figure(foreignHeader + lineRecord);
         FigDrawing piece;
         QCOMPARE(read_fig(&figure.ctx, figure.path, &piece, true, 1000, -50), 0);
-        QCOMPARE(pointsText(static_cast<FigLine*>(piece.objects.first())), QString("1100,150 1300,350"));
+        QCOMPARE(pointsText(static_cast<FigLine*>(piece.objects.first())),
+                 QString("1100,150 1300,350"));
     }
 
     void negativeCoordinatesAreAskedAbout()
@@ -202,8 +207,9 @@ private slots:
         QCOMPARE(recordingShell.boxes, QStringList(question));
         QCOMPARE(pointsText(static_cast<FigLine*>(ctx.drawing.objects.first())),
                  QString("471,200 871,400"));
-        QCOMPARE(recordingShell.messages.at(1),
-                 QString("Shifting entire figure 571 pixels right and 0 pixels down to keep on page."));
+        QCOMPARE(
+            recordingShell.messages.at(1),
+            QString("Shifting entire figure 571 pixels right and 0 pixels down to keep on page."));
     }
 
     void withoutGridTheFigureGoesToZero()
@@ -216,8 +222,9 @@ private slots:
         QVERIFY(load_file(&ctx, source.path));
         QCOMPARE(pointsText(static_cast<FigLine*>(ctx.drawing.objects.first())),
                  QString("0,0 400,407"));
-        QCOMPARE(recordingShell.messages.at(1),
-                 QString("Shifting entire figure 100 pixels right and 7 pixels down to keep on page."));
+        QCOMPARE(
+            recordingShell.messages.at(1),
+            QString("Shifting entire figure 100 pixels right and 7 pixels down to keep on page."));
         QCOMPARE(ctx.drawing.nwcorner.x, 0);
     }
 
@@ -229,22 +236,24 @@ private slots:
         FigDrawing piece;
         QCOMPARE(read_fig(&figure.ctx, figure.path, &piece, true, 0, 0), 0);
         QVERIFY(recordingShell.boxes.isEmpty());
-        QCOMPARE(pointsText(static_cast<FigLine*>(piece.objects.first())), QString("0,200 400,400"));
+        QCOMPARE(pointsText(static_cast<FigLine*>(piece.objects.first())),
+                 QString("0,200 400,400"));
     }
 
     void coordinatesAtTheLimitsAreHarmless()
     {
         for (int resolution : {1200, 1, 2400, 2147483647}) {
             OpenedFigure figure(
-                atResolution(resolution,
-                             lineFrom(INT_MIN, INT_MAX) + lineFrom(INT_MAX, INT_MIN) +
-                                 "6 0 0 0 0\n1 3 0 2147483647 0 7 50 -1 -1 inf 1 nan 2147483647 "
-                                 "-2147483648 2147483647 2147483647 2147483647 0 0 -2147483648\n"
-                                 "5 1 0 2147483647 0 7 50 -1 -1 nan 0 1 1 0 inf nan 2147483647 0 0 "
-                                 "-2147483648 1 1\n1 1 inf nan 1e38\n-6\n"
-                                 "3 2 0 2147483647 0 7 50 -1 -1 1e38 0 1 1 3\n1 1 1e38 1e38 1e38\n"
-                                 "1 1 -1 nan inf\n2147483647 0 -2147483648 0 0 2147483647\nnan inf 1e300\n"
-                                 "4 0 0 50 -1 0 1e30 inf 4 nan inf 2147483647 -2147483648 x\\001\n"),
+                atResolution(
+                    resolution,
+                    lineFrom(INT_MIN, INT_MAX) + lineFrom(INT_MAX, INT_MIN) +
+                        "6 0 0 0 0\n1 3 0 2147483647 0 7 50 -1 -1 inf 1 nan 2147483647 "
+                        "-2147483648 2147483647 2147483647 2147483647 0 0 -2147483648\n"
+                        "5 1 0 2147483647 0 7 50 -1 -1 nan 0 1 1 0 inf nan 2147483647 0 0 "
+                        "-2147483648 1 1\n1 1 inf nan 1e38\n-6\n"
+                        "3 2 0 2147483647 0 7 50 -1 -1 1e38 0 1 1 3\n1 1 1e38 1e38 1e38\n"
+                        "1 1 -1 nan inf\n2147483647 0 -2147483648 0 0 2147483647\nnan inf 1e300\n"
+                        "4 0 0 50 -1 0 1e30 inf 4 nan inf 2147483647 -2147483648 x\\001\n"),
                 true);
             QVERIFY(figure.opened);
             QCOMPARE(figure.count(), 5);
@@ -292,17 +301,18 @@ private slots:
             QSKIP("no German locale can be made here");
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         QCOMPARE(QByteArray(localeconv()->decimal_point), QByteArray(","));
-        OpenedFigure figure(atResolution(
-            600, "1 1 0 1 0 7 50 -1 -1 4.5 1 0.25 900 900 90 90 900 900 990 900\n"
-                 "4 0 0 50 -1 0 10.5 0.0 4 135 300 1200 2400 x\\001\n"
-                 "3 4 0 1 0 7 50 -1 -1 0.0 0 0 0 2\n1 2 3 4\n0.5 -1.5\n"));
+        OpenedFigure figure(
+            atResolution(600, "1 1 0 1 0 7 50 -1 -1 4.5 1 0.25 900 900 90 90 900 900 990 900\n"
+                              "4 0 0 50 -1 0 10.5 0.0 4 135 300 1200 2400 x\\001\n"
+                              "3 4 0 1 0 7 50 -1 -1 0.0 0 0 0 2\n1 2 3 4\n0.5 -1.5\n"));
         QVERIFY(figure.opened);
         QCOMPARE(figure.object()->style_val, 4.5f);
         QCOMPARE(figure.as<FigEllipse>()->angle, 0.25f);
         QCOMPARE(figure.as<FigText>(1)->size, 11);
         QCOMPARE(factorsText(figure.as<FigSpline>(2)), QString("0.5 -1.5"));
-        QCOMPARE(figure.remarks(), QStringList("Scaling figure by a factor of 2.000 for new 1200 pixel "
-                                               "per inch resolution."));
+        QCOMPARE(figure.remarks(),
+                 QStringList("Scaling figure by a factor of 2.000 for new 1200 pixel "
+                             "per inch resolution."));
         QCOMPARE(QByteArray(setlocale(LC_NUMERIC, nullptr)), QByteArray("de_DE.UTF-8"));
     }
 

@@ -30,8 +30,9 @@ private slots:
 
     void allLinesAreStored()
     {
-        OpenedFigure figure("#FIG 3.2  Produced by hand\nlandscape mode\nFlush left\nInches\nLetter  \n"
-                            "66.67\nMultiple\n-3\n600 1\n");
+        OpenedFigure figure(
+            "#FIG 3.2  Produced by hand\nlandscape mode\nFlush left\nInches\nLetter  \n"
+            "66.67\nMultiple\n-3\n600 1\n");
         QVERIFY(figure.opened);
         QVERIFY(figure.ctx.landscape);
         QVERIFY(figure.ctx.flushLeft);
@@ -47,8 +48,9 @@ private slots:
 
     void theOldFormatHasNoPaperToTransparentColour()
     {
-        OpenedFigure figure("#FIG 3.1\nPortrait\nCenter\nInches\n1200 2\n1 3 0 1 0 7 50 0 -1 0.0 1 0.0 "
-                            "900 900 90 90 900 900 990 900\n");
+        OpenedFigure figure(
+            "#FIG 3.1\nPortrait\nCenter\nInches\n1200 2\n1 3 0 1 0 7 50 0 -1 0.0 1 0.0 "
+            "900 900 90 90 900 900 990 900\n");
         QVERIFY(figure.opened);
         QCOMPARE(figure.count(), 1);
         QVERIFY(!figure.ctx.landscape);
@@ -149,9 +151,10 @@ private slots:
         QFETCH(QString, shown);
         OpenedFigure figure("#FIG" + field + "\nPortrait\nCenter\nInches\n1200 2\n");
         QVERIFY(!figure.opened);
-        QCOMPARE(figure.boxes,
-                 QStringList("Export failed!: Figure is in FIG " + shown +
-                             " format. Use an older version of Orvalt or Xfig to convert to FIG 3.2"));
+        QCOMPARE(
+            figure.boxes,
+            QStringList("Export failed!: Figure is in FIG " + shown +
+                        " format. Use an older version of Orvalt or Xfig to convert to FIG 3.2"));
         QCOMPARE(figure.remarks(), QStringList());
     }
 

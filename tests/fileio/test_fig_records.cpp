@@ -24,14 +24,14 @@ QByteArray circle(const QByteArray& depth = "50", const QByteArray& fillColor = 
 
 QByteArray line(const QByteArray& subType, const QByteArray& points, int count)
 {
-    return "2 " + subType + " 0 1 0 7 50 -1 -1 0.0 0 0 -1 0 0 " + QByteArray::number(count) + "\n\t" +
-           points + "\n";
+    return "2 " + subType + " 0 1 0 7 50 -1 -1 0.0 0 0 -1 0 0 " + QByteArray::number(count) +
+           "\n\t" + points + "\n";
 }
 
 QByteArray spline(const QByteArray& subType, const QByteArray& rest, int count)
 {
-    return "3 " + subType + " 0 1 0 7 50 -1 -1 0.0 0 0 0 " + QByteArray::number(count) + "\n" + rest +
-           "\n";
+    return "3 " + subType + " 0 1 0 7 50 -1 -1 0.0 0 0 0 " + QByteArray::number(count) + "\n" +
+           rest + "\n";
 }
 
 } // namespace
@@ -87,7 +87,8 @@ private slots:
     // A flag is only 0 or not 0, and a missing flag leaves no line behind.
     void arrowFlagsAreZeroOrNot()
     {
-        auto* figure = open("2 1 0 1 0 7 50 -1 -1 0.0 0 0 -1 0 -3 2\n\t1 1 1.0 60.0 120.0\n\t1 2 3 4\n");
+        auto* figure =
+            open("2 1 0 1 0 7 50 -1 -1 0.0 0 0 -1 0 -3 2\n\t1 1 1.0 60.0 120.0\n\t1 2 3 4\n");
         QVERIFY(!figure->object()->forward_arrow);
         QVERIFY(figure->object()->backward_arrow);
         QCOMPARE(pointsText(figure->as<FigLine>()), QString("1,2 3,4"));
@@ -143,7 +144,8 @@ private slots:
     void aPieWedgeConsumesItsArrowLinesButHasNoArrows()
     {
         auto* figure = open("5 2 0 1 0 7 50 -1 -1 0.0 0 1 1 1 10.0 20.0 1 2 3 4 5 6\n"
-                            "\t1 1 1.0 60.0 120.0\n\t1 1 1.0 60.0 120.0\n" + circle());
+                            "\t1 1 1.0 60.0 120.0\n\t1 1 1.0 60.0 120.0\n" +
+                            circle());
         QCOMPARE(figure->count(), 2);
         QVERIFY(!figure->object()->forward_arrow && !figure->object()->backward_arrow);
         QCOMPARE(figure->remarks(), QStringList());
@@ -245,7 +247,8 @@ private slots:
 
     void aDroppedObjectLeavesItsCommentToTheNext()
     {
-        auto* figure = open("# of the box\n" + line("2", "0 0", 1) + "# of the circle\n" + circle());
+        auto* figure =
+            open("# of the box\n" + line("2", "0 0", 1) + "# of the circle\n" + circle());
         QCOMPARE(figure->object()->comments, QString("of the box\nof the circle"));
     }
 
@@ -268,7 +271,8 @@ private slots:
 
     void blankLinesWithinARecordAreHarmless()
     {
-        auto* figure = open("\n \t\n" + line("1", "\n\n1 2\n \n3\n4", 2) + "  \n\n" + circle() + "\n \n");
+        auto* figure =
+            open("\n \t\n" + line("1", "\n\n1 2\n \n3\n4", 2) + "  \n\n" + circle() + "\n \n");
         QCOMPARE(figure->count(), 2);
         QCOMPARE(pointsText(figure->as<FigLine>()), QString("1,2 3,4"));
         QCOMPARE(figure->remarks(), QStringList());
@@ -313,7 +317,8 @@ private slots:
     void colourDefinitions()
     {
         auto* figure = open("0 32 #a1b2c3\n0 0x22 #010203\n0 33 #zz\n0 31 #ffffff\n0 -1 #ffffff\n"
-                            "0 32 #102030\n" + circle());
+                            "0 32 #102030\n" +
+                            circle());
         QCOMPARE(figure->ctx.userColors.size(), 3);
         QCOMPARE(figure->ctx.userColors.value(0), QColor(0x10, 0x20, 0x30));
         QCOMPARE(figure->ctx.userColors.value(2), QColor(1, 2, 3));
@@ -352,8 +357,8 @@ private slots:
 
     void oldInterpolatedSplinesDropTheirControlPoints()
     {
-        OpenedFigure figure(oldHeader + spline("2", "0 0 5 5 9 0\n1.5 2 3 4 5 6 7 8 9 10 11 12", 3) +
-                            circle());
+        OpenedFigure figure(oldHeader +
+                            spline("2", "0 0 5 5 9 0\n1.5 2 3 4 5 6 7 8 9 10 11 12", 3) + circle());
         QCOMPARE(figure.count(), 2);
         QCOMPARE(pointsText(figure.as<FigSpline>()), QString("0,0 5,5 9,0"));
         QCOMPARE(factorsText(figure.as<FigSpline>()), QString("0 -1 0"));
@@ -377,11 +382,12 @@ private slots:
     void oldSplinesMustHaveEnoughPointsAfterTheDrop()
     {
         QFETCH(int, count);
-        OpenedFigure figure(oldHeader +
-                            spline("1", QByteArray("0 0 ").repeated(count), count) + circle());
+        OpenedFigure figure(oldHeader + spline("1", QByteArray("0 0 ").repeated(count), count) +
+                            circle());
         QCOMPARE(figure.count(), 1);
-        QCOMPARE(figure.remarks(),
-                 QStringList("Closed splines must have 3 or more points, removing spline at line 6"));
+        QCOMPARE(
+            figure.remarks(),
+            QStringList("Closed splines must have 3 or more points, removing spline at line 6"));
     }
 };
 

@@ -4,8 +4,9 @@
 
 namespace {
 
-QByteArray text(const QByteArray& string, const QByteArray& size = "12", const QByteArray& font = "0",
-                const QByteArray& flags = "4", const QByteArray& justification = "0")
+QByteArray text(const QByteArray& string, const QByteArray& size = "12",
+                const QByteArray& font = "0", const QByteArray& flags = "4",
+                const QByteArray& justification = "0")
 {
     return "4 " + justification + " 5 60 7 " + font + " " + size + " 0.5 " + flags +
            " 135 300 1200 2400" + string + "\n";
@@ -83,7 +84,8 @@ private slots:
         QTest::newRow("end mark behind a backslash")
             << QByteArray(" a\\\\001") << QString("a") + QChar(0);
         QTest::newRow("end marks anywhere") << QByteArray(" a\\001b\\001c\\001") << "abc";
-        QTest::newRow("what closes up is no end mark") << QByteArray(" \\0\\00101") << QString(QChar(1));
+        QTest::newRow("what closes up is no end mark")
+            << QByteArray(" \\0\\00101") << QString(QChar(1));
         QTest::newRow("Latin-1") << QByteArray(" \xe4\\001") << QString(QChar(0xe4));
     }
 

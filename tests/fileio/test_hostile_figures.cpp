@@ -21,8 +21,10 @@ QByteArray lineOf(const QByteArray& count, const QByteArray& points)
 
 /// A figure with every kind of record, of 60 lines or so.
 const QByteArray sample =
-    "#FIG 3.2\n# Orvalt\nLandscape\nFlush left\nInches\nLetter  \n100.00\nSingle\n-2\n# figure\n1200 2\n"
-    "0 32 #a1b2c3\n# object\n# METADATA <id>3</id>\n" + circleRecord +
+    "#FIG 3.2\n# Orvalt\nLandscape\nFlush left\nInches\nLetter  \n100.00\nSingle\n-2\n# "
+    "figure\n1200 2\n"
+    "0 32 #a1b2c3\n# object\n# METADATA <id>3</id>\n" +
+    circleRecord +
     "# METADATA <id>4</id>\n"
     "# METADATA <link srcPointIdx=0 targetObjId=3 targetLeftPointIdx=-1 />\n"
     "2 1 1 2 32 7 50 -1 20 4.000 1 1 -1 1 1 3\n\t1 1 1.00 60.00 120.00\n\t14 0 2.00 60.00 120.00\n"
@@ -32,16 +34,33 @@ const QByteArray sample =
     "6 0 0 2400 2400\n# METADATA <id>5</id>\n"
     "3 2 0 1 4 7 50 -1 -1 0.000 0 1 0 3\n\t1 1 1.00 60.00 120.00\n\t0 0 600 600 1200 0\n"
     "\t0.000 -1.000 0.000\n6 0 0 0 0\n"
-    "5 1 0 1 0 7 50 -1 -1 0.000 0 1 1 0 600.0 600.0 1200 600 600 0 0 600\n\t1 1 1.0 60.0 120.0\n-6\n"
+    "5 1 0 1 0 7 50 -1 -1 0.000 0 1 1 0 600.0 600.0 1200 600 600 0 0 600\n\t1 1 1.0 60.0 "
+    "120.0\n-6\n"
     "4 1 0 50 -1 16 12 0.7854 4 135 300 1200 2400 A \\\\ text \\344\\001\n-6\n"
     "3 5 0 1 0 7 50 -1 41 0.000 0 0 0 4\n\t0 0 600 0 600 600 0 600\n\t1 1 1 1\n";
 
 /// Cuts, doubles, overwrites and inserts at random places.
 QByteArray damaged(QByteArray bytes, std::mt19937& random)
 {
-    static const QList<QByteArray> insertions = {
-        "2147483648", "-2147483648", "-1", "99999999", "nan", "inf", "1e308", "0x7fffffff", "\n",
-        "\n6 0 0 0 0\n", "\n-6\n", "#", QByteArray(1, '\0'), "\\", "-", " ", "\xef\xbb\xbf", "\r", "\n0 "};
+    static const QList<QByteArray> insertions = {"2147483648",
+                                                 "-2147483648",
+                                                 "-1",
+                                                 "99999999",
+                                                 "nan",
+                                                 "inf",
+                                                 "1e308",
+                                                 "0x7fffffff",
+                                                 "\n",
+                                                 "\n6 0 0 0 0\n",
+                                                 "\n-6\n",
+                                                 "#",
+                                                 QByteArray(1, '\0'),
+                                                 "\\",
+                                                 "-",
+                                                 " ",
+                                                 "\xef\xbb\xbf",
+                                                 "\r",
+                                                 "\n0 "};
     const auto below = [&](int limit) { return static_cast<int>(random() % unsigned(limit)); };
     for (int i = 1 + below(6); i > 0; --i) {
         const int place = below(bytes.size());
@@ -62,6 +81,55 @@ QByteArray damaged(QByteArray bytes, std::mt19937& random)
             bytes = "#";
     }
     return bytes;
+}
+
+/// What the reader makes of each object, in order.
+QString treeText(FigObjectList* objects)
+{
+    QString text;
+    for (FigObject* object : *objects) {
+        text += QString("%1.%2:%3 %4 %5 %6 ")
+                    .arg(object->type)
+                    .arg(object->sub_type)
+                    .arg(object->id)
+                    .arg(object->depth)
+                    .arg(object->fill_style)
+                    .arg(object->comments);
+        if (auto* line = dynamic_cast<FigLine*>(object))
+            text += pointsText(line) + (line->pic ? line->pic->file : QString());
+        else if (auto* spline = dynamic_cast<FigSpline*>(object))
+            text += pointsText(spline) + factorsText(spline);
+        else if (auto* compound = dynamic_cast<FigCompound*>(object))
+            text += "(" + treeText(compound->objects) + ")";
+        else if (auto* string = dynamic_cast<FigText*>(object))
+            text += string->cstring;
+        if (object->forward_arrow)
+            text += QString(" arrow %1").arg(static_cast<double>(object->forward_arrow->ht));
+        text += "\n";
+    }
+    return text;
+}
+
+/// The preamble and the objects of a file through a stream over the device itself.
+QString treeThroughDevice(const QString& path, QStringList* messages)
+{
+    recordingShell.clear();
+    QFile file(path);
+    CFigContext ctx;
+    int version10 = 0;
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return "not open";
+    OrvaltTextStream stream(&file);
+    line_no = 1;
+    num_object = 0;
+    comments.clear();
+    if (readPreamble(&ctx, stream, &ctx.drawing, false, &version10) == 0) {
+        ctx.drawing.comments = attach_comments();
+        read_objects(&ctx, stream, &ctx.drawing, version10);
+    }
+    comments.clear();
+    *messages = recordingShell.messages;
+    return treeText(&ctx.drawing.objects);
 }
 
 /// Every object at every level has an id of its own.
@@ -103,8 +171,29 @@ private slots:
         for (int i = 0; i < 1500; ++i) {
             const QByteArray bytes = damaged(sample, random);
             OpenedFigure figure(bytes, i % 2);
-            QVERIFY2(idsAreUnique(figure.ctx), qPrintable(QString("seed %1, file %2").arg(seed).arg(i)));
+            QVERIFY2(idsAreUnique(figure.ctx),
+                     qPrintable(QString("seed %1, file %2").arg(seed).arg(i)));
         }
+    }
+
+    // The reader takes its own way over a string; a stream over a file has to give the same.
+    void aStreamOverTheFileGivesTheSameTree()
+    {
+        const unsigned seed = 99;
+        std::mt19937 random(seed);
+        int compared = 0;
+        for (int i = 0; i < 400; ++i) {
+            OpenedFigure figure(i == 0 ? sample : damaged(sample, random));
+            QStringList messages;
+            const QString tree = treeThroughDevice(figure.path, &messages);
+            // Without what read_fig does to the objects afterwards.
+            if (figure.opened && figure.ctx.drawing.resolution == 1200) {
+                QCOMPARE(treeText(&figure.ctx.drawing.objects), tree);
+                QCOMPARE(figure.remarks(), messages);
+                ++compared;
+            }
+        }
+        QVERIFY(compared > 200);
     }
 
     // Numbers that have given out end a record at 100000 points, all but the read ones zero.
@@ -114,10 +203,12 @@ private slots:
         QTest::addColumn<QByteArray>("points");
         QTest::addColumn<int>("made");
         QTest::newRow("end of file") << QByteArray("2147483647") << QByteArray("1 2 3 4") << 100000;
-        QTest::newRow("a bad token") << QByteArray("200000") << QByteArray("1 2 3 4 x 5 6") << 100000;
-        QTest::newRow("below that zeros are kept") << QByteArray("70000") << QByteArray("1 2 3 4") << 70000;
-        QTest::newRow("an overflown count is negative") << QByteArray("2147483648")
-                                                        << QByteArray("1 2") << 1;
+        QTest::newRow("a bad token")
+            << QByteArray("200000") << QByteArray("1 2 3 4 x 5 6") << 100000;
+        QTest::newRow("below that zeros are kept")
+            << QByteArray("70000") << QByteArray("1 2 3 4") << 70000;
+        QTest::newRow("an overflown count is negative")
+            << QByteArray("2147483648") << QByteArray("1 2") << 1;
     }
 
     void aCountBeyondTheNumbersEndsAtAHundredThousand()
@@ -202,8 +293,9 @@ private slots:
     void otherFilesAreNoFigures()
     {
         for (const QByteArray& bytes :
-             {QByteArray("\x89PNG\r\n\x1a\n\0\0", 10), QByteArray("%!PS\n%%EOF\n"), QByteArray(5000, '\n'),
-              QByteArray(5000, '\0'), QByteArray("\xff\xfe\xff\xfe", 4), QByteArray("\n#FIG 3.2\n")}) {
+             {QByteArray("\x89PNG\r\n\x1a\n\0\0", 10), QByteArray("%!PS\n%%EOF\n"),
+              QByteArray(5000, '\n'), QByteArray(5000, '\0'), QByteArray("\xff\xfe\xff\xfe", 4),
+              QByteArray("\n#FIG 3.2\n")}) {
             OpenedFigure figure(bytes);
             QVERIFY(!figure.opened);
             QCOMPARE(figure.count(), 0);

@@ -1,5 +1,5 @@
 #include "fileio/f_read.h"
-#include "fileio/number_scanner.h"
+#include "fileio/stream_fields.h"
 
 #include <QBuffer>
 #include <QtTest>
@@ -17,18 +17,84 @@ int below(Random& random, int limit)
 }
 
 /// Pieces that damaged files are made of; glued together with and without blanks.
-const QStringList pieces = {
-    "0",      "1",      "7",     "8",      "9",    "08",    "010",   "0779", "0x20", "0x",
-    "0X1f",   "0xg",    "0b101", "0B2",    "0b",   "00x5",  "-",     "+",    "--5",  "+-5",
-    "-0x10",  "-010",   "3.5",   "1e5",    "1e",   "1e+",   "1e-5",  "1E+05", ".5",  "5.",
-    "-.5",    ".",      "1..5",  "nan",    "NaN",  "-nan",  "inf",   "-Inf", "in",   "na",
-    "infinity", "1e400", "1e-400", "4e-324", "1e39", "0e500", "-0.0", "-0",  "abc",  "#ff",
-    ",",      "1,234",  "12,5",  "e",      "E",    "x",     "0E5",   "0A",   "0INF", "_",
-    "2147483647", "2147483648", "-2147483648", "-2147483649", "4294967296",
-    "9223372036854775807", "9223372036854775808", "-9223372036854775809",
-    "99999999999999999999999", "-99999999999999999999999", "0777777777777777777777777",
-    "0xfffffffffffffffff", "123456789012345", "1234567890123456", "0.000000000000001",
-    "1234567.12345678", "12345678.1234567", "179769313486231580793728971405301e276"};
+const QStringList pieces = {"0",
+                            "1",
+                            "7",
+                            "8",
+                            "9",
+                            "08",
+                            "010",
+                            "0779",
+                            "0x20",
+                            "0x",
+                            "0X1f",
+                            "0xg",
+                            "0b101",
+                            "0B2",
+                            "0b",
+                            "00x5",
+                            "-",
+                            "+",
+                            "--5",
+                            "+-5",
+                            "-0x10",
+                            "-010",
+                            "3.5",
+                            "1e5",
+                            "1e",
+                            "1e+",
+                            "1e-5",
+                            "1E+05",
+                            ".5",
+                            "5.",
+                            "-.5",
+                            ".",
+                            "1..5",
+                            "nan",
+                            "NaN",
+                            "-nan",
+                            "inf",
+                            "-Inf",
+                            "in",
+                            "na",
+                            "infinity",
+                            "1e400",
+                            "1e-400",
+                            "4e-324",
+                            "1e39",
+                            "0e500",
+                            "-0.0",
+                            "-0",
+                            "abc",
+                            "#ff",
+                            ",",
+                            "1,234",
+                            "12,5",
+                            "e",
+                            "E",
+                            "x",
+                            "0E5",
+                            "0A",
+                            "0INF",
+                            "_",
+                            "2147483647",
+                            "2147483648",
+                            "-2147483648",
+                            "-2147483649",
+                            "4294967296",
+                            "9223372036854775807",
+                            "9223372036854775808",
+                            "-9223372036854775809",
+                            "99999999999999999999999",
+                            "-99999999999999999999999",
+                            "0777777777777777777777777",
+                            "0xfffffffffffffffff",
+                            "123456789012345",
+                            "1234567890123456",
+                            "0.000000000000001",
+                            "1234567.12345678",
+                            "12345678.1234567",
+                            "179769313486231580793728971405301e276"};
 
 QString oddCharacter(Random& random)
 {
@@ -219,6 +285,21 @@ private slots:
                 const QVector<Field> fields(4, field);
                 QCOMPARE(answersOfScanner(line, fields), answersOfStream(line, fields));
             }
+    }
+
+    // A stream keeps 124 characters of a real number and passes over the digits behind them, those
+    // of other scripts too.
+    void longNumbersReadAsByAStream()
+    {
+        const QString arabicDigit = QString(QChar(0x663));
+        for (int length = 120; length <= 130; ++length)
+            for (const QString& end : {QString(), QString(".5"), QString("e5"), QString("e+5"),
+                                       arabicDigit + "5", QString("x")})
+                for (const QString& start : {QString(), QString("-"), QString("0.")}) {
+                    const QString line = start + QString(length, '1') + end + " 7 8";
+                    const QVector<Field> fields(3, Double);
+                    QCOMPARE(answersOfScanner(line, fields), answersOfStream(line, fields));
+                }
     }
 
     // The same numbers through a scanned string and through the operators of a device stream.

@@ -21,9 +21,9 @@ struct Exception {
 const Exception exceptions[] = {
     {"model/FigContext.h", "edit/u_undo.h", "a document holds its undo queue by value"},
     {"model/FigContext.cpp", "render/colorFunctions.h", "a user colour comes with its shades"},
-    {"fileio/f_objects.cpp", "render/Font.h", "the reader measures texts"},
+    {"fileio/f_text.cpp", "render/Font.h", "the reader measures texts"},
     {"fileio/f_objects.cpp", "render/colorFunctions.h", "a colour definition comes with its shades"},
-    {"fileio/f_objects.cpp", "render/gfx_math.h", "text sizes take the rounding of all geometry"},
+    {"fileio/f_text.cpp", "render/gfx_math.h", "text sizes take the rounding of all geometry"},
     {"fileio/f_read.cpp", "render/gfx_math.h", "the grid step takes the rounding of all geometry"},
     {"fileio/f_read.cpp", "render/grid.h", "a shifted figure lands on the grid"},
     {"fileio/f_read.cpp", "edit/e_scale.h", "other resolutions are scaled on reading"},

@@ -3,6 +3,8 @@
 
 #include "DrawingFixtures.h"
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
 #include <random>
 
@@ -81,8 +83,8 @@ public:
         const double radius = std::abs(offset());
         for (FigPoint& end : arc->point) {
             const double angle = real(0, 6.2831853);
-            end = FigPoint(int(arc->center_x + radius * std::cos(angle)),
-                           int(arc->center_y + radius * std::sin(angle)));
+            end = FigPoint(shifted(long(arc->center_x), int(radius * std::cos(angle))),
+                           shifted(long(arc->center_y), int(radius * std::sin(angle))));
             if (oneIn(10))
                 end = near(end);
         }
@@ -149,7 +151,15 @@ private:
 
     FigPoint point() { return FigPoint(number(-m_extent, m_extent), number(-m_extent, m_extent)); }
 
-    FigPoint near(const FigPoint& from) { return FigPoint(from.x + offset(), from.y + offset()); }
+    FigPoint near(const FigPoint& from)
+    {
+        return FigPoint(shifted(from.x, offset()), shifted(from.y, offset()));
+    }
+
+    static int shifted(long from, int by)
+    {
+        return int(std::clamp<long>(from + by, INT_MIN, INT_MAX));
+    }
 
     QVector<QPoint> points(int count)
     {

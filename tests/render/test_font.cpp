@@ -219,8 +219,9 @@ private slots:
         for (const QString& string : strings) {
             text.cstring = string;
             pf_textwidth(&ctx, &text, 1.0);
-            // A pixel is 15 units.
-            QCOMPARE(text.length, metrics.horizontalAdvance(string) * 15);
+            // A pixel is 15 units; what is there has a length, however small.
+            const int measured = metrics.horizontalAdvance(string) * 15;
+            QCOMPARE(text.length, string.isEmpty() ? measured : qMax(1, measured));
             QCOMPARE(text.paddedLength, (metrics.horizontalAdvance(string) + 1) * 15);
             QCOMPARE(text.ascent, metrics.ascent() * 15);
             QCOMPARE(text.descent, metrics.descent());
@@ -256,6 +257,22 @@ private slots:
         QCOMPARE(text.length, 0);
         QVERIFY(text.ascent > 0);
         QCOMPARE(text.paddedLength, 15);
+    }
+
+    // A text of length 0 would not be saved.
+    void aTextTooSmallToSeeHasALengthOfOne()
+    {
+        // A zero width space and a byte order mark take no room in any font.
+        for (const QString& string : {QString(QChar(0x200b)), QString(QChar(0xfeff))}) {
+            CFigContext ctx;
+            FigText text;
+            text.cstring = string;
+            QCOMPARE(QFontMetrics(fontForText(&text, 12)).horizontalAdvance(string), 0);
+            pf_textwidth(&ctx, &text, 1.0);
+            QCOMPARE(text.length, 1);
+            // The padded length is told apart by nobody and stays as measured.
+            QCOMPARE(text.paddedLength, 15);
+        }
     }
 
     void lengthAndAscentGoByTheContextsZoomAndTheRestByTheArgument()
@@ -525,12 +542,12 @@ private slots:
 
 int main(int argc, char** argv)
 {
-    // Without an application there are no fonts and no extents.
+    // Without an application there are no fonts and no extents; the text keeps being saved.
     CFigContext ctx;
     FigText text;
     text.cstring = "Nobody";
     pf_textwidth(&ctx, &text, 1.0);
-    if (text.length != 0 || text.ascent != 0)
+    if (text.length != 1 || text.ascent != 0)
         return 1;
     measureInAnApplicationOfItsOwn(argc, argv);
     QGuiApplication application(argc, argv);

@@ -843,6 +843,41 @@ private slots:
         QVERIFY(npoints > 0); // the list is still made
     }
 
+    void dashesTooFineToSeeAreDrawnSolid_data()
+    {
+        QTest::addColumn<int>("thickness");
+        QTest::addColumn<float>("value");
+        QTest::addColumn<bool>("solid");
+        QTest::newRow("usual") << 4 << 4.0f << false;
+        QTest::newRow("an eighth of a pixel") << 4 << 0.0625f << true;
+        QTest::newRow("a quarter of a pixel") << 4 << 0.125f << false;
+        QTest::newRow("fine for its width") << 800 << 1.0f << true;
+        QTest::newRow("the widest dashed pen") << 16384 << 16384.0f << false;
+        QTest::newRow("wider than any canvas") << 16385 << 16385.0f << true;
+        QTest::newRow("no length") << 4 << 0.0f << false;
+        QTest::newRow("infinite") << 1 << std::numeric_limits<float>::infinity() << true;
+        QTest::newRow("not a number") << 1 << float(NAN) << true;
+    }
+
+    void dashesTooFineToSeeAreDrawnSolid()
+    {
+        QFETCH(int, thickness);
+        QFETCH(float, value);
+        QFETCH(bool, solid);
+        Canvas canvas;
+        const auto line = makeLine({{5, 5}, {40, 5}}, thickness);
+        line->line_style = 1;
+        line->style_val = value;
+        pw_polygon(&canvas.ctx, line.get(), PAINT_NORMAL);
+        QCOMPARE(canvas.painter.pen().style(), solid ? Qt::SolidLine : Qt::CustomDashLine);
+    }
+
+    void aPenStopsAtTheGreatestWidthThatQtTakes()
+    {
+        Canvas canvas;
+        QCOMPARE(strokePen(&canvas.ctx, 0, PAINT_NORMAL, 40000, 1, 0, 0.0f, 0, 0).width(), 32767);
+    }
+
     void extremeNumbersNeitherCrashNorHang_data()
     {
         QTest::addColumn<int>("size");

@@ -23,10 +23,14 @@ struct Box {
     }
 };
 
+QString text(const Box& box)
+{
+    return QString("(%1, %2, %3, %4)").arg(box.xmin).arg(box.ymin).arg(box.xmax).arg(box.ymax);
+}
+
 char* toString(const Box& box)
 {
-    return qstrdup(qPrintable(
-        QString("(%1, %2, %3, %4)").arg(box.xmin).arg(box.ymin).arg(box.xmax).arg(box.ymax)));
+    return qstrdup(qPrintable(text(box)));
 }
 
 Box boundsOf(CFigContext& ctx, FigObject& object, bool exact, bool includeDescent = false)
@@ -355,10 +359,12 @@ private slots:
             const double shear = double(rx - ry) * (double(rx) + ry) * std::sin(angle) *
                                  std::cos(angle) / (height * height);
             const double tolerance = 30 * (1 + std::abs(shear)) + 2e-7 * width;
-            QVERIFY2(std::abs(box.xmax - 500 - width) <= tolerance, toString(box));
-            QVERIFY2(std::abs(box.xmin - 500 + width) <= tolerance, toString(box));
-            QVERIFY2(std::abs(box.ymax + 300 - height) <= 30 + 2e-7 * height, toString(box));
-            QVERIFY2(std::abs(box.ymin + 300 + height) <= 30 + 2e-7 * height, toString(box));
+            QVERIFY2(std::abs(box.xmax - 500 - width) <= tolerance, qPrintable(text(box)));
+            QVERIFY2(std::abs(box.xmin - 500 + width) <= tolerance, qPrintable(text(box)));
+            QVERIFY2(std::abs(box.ymax + 300 - height) <= 30 + 2e-7 * height,
+                     qPrintable(text(box)));
+            QVERIFY2(std::abs(box.ymin + 300 + height) <= 30 + 2e-7 * height,
+                     qPrintable(text(box)));
         }
         QVERIFY(timer.elapsed() < 1000);
     }

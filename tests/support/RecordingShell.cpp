@@ -19,6 +19,11 @@ CFigContext* getFigContext()
     return recordingShell.activeContext;
 }
 
+void shell_log(const QString& line)
+{
+    recordingShell.logLines.append(line);
+}
+
 void shell_info(const QString& title, const QString& text)
 {
     recordingShell.boxes.append(title + ": " + text);

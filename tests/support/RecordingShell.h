@@ -10,6 +10,7 @@ class CFigContext;
 struct RecordingShell {
     QStringList messages;  ///< status lines in the order in which they were posted
     QStringList boxes;     ///< "title: text" of each message box and question
+    QStringList logLines;
     bool answer = false;   ///< given to the next questions
     CFigContext* activeContext = nullptr;
     int layerPanelUpdates = 0;

@@ -1,16 +1,18 @@
-// The engine without windows: what a figure reads as, what is drawn of it, its canvas.
+// The engine without windows: what a figure reads as, what is drawn of it, its canvas, and what
+// saving writes.
 //
 //   figprobe info FILE                  figprobe outline FILE
-//   figprobe render FILE OUT.png
+//   figprobe render FILE OUT.png        figprobe save FILE OUT.fig
 //
 // JSON on stdout, diagnostics on stderr. Exit status 0 when the file could be read (and the
-// picture written), else 1; 2 for a call that cannot be understood.
+// picture or the figure written), else 1; 2 for a call that cannot be understood.
 
 #include "probe_json.h"
 #include "probe_session.h"
 
 #include "EngineCanvas.h"
 #include "RecordingShell.h"
+#include "fileio/f_save.h"
 #include "model/FigContext.h"
 
 #include <QGuiApplication>
@@ -25,7 +27,8 @@ constexpr char usage[] =
     "usage: figprobe info FILE [--zoom Z] [--ppi P] [--shift yes|no]\n"
     "       figprobe outline FILE [--zoom Z] [--ppi P] [--origin X,Y] [--shift yes|no]\n"
     "       figprobe render IN OUT.png [--zoom Z] [--ppi P] [--size WxH] [--origin X,Y]\n"
-    "                [--shift yes|no] [--no-antialias] [--no-page]\n";
+    "                [--shift yes|no] [--no-antialias] [--no-page]\n"
+    "       figprobe save IN OUT [--shift yes|no]\n";
 
 void printJson(const QJsonObject& object)
 {
@@ -36,7 +39,8 @@ void printJson(const QJsonObject& object)
 void printMessages()
 {
     printJson({{"messages", QJsonArray::fromStringList(recordingShell.messages)},
-               {"boxes", QJsonArray::fromStringList(recordingShell.boxes)}});
+               {"boxes", QJsonArray::fromStringList(recordingShell.boxes)},
+               {"log", QJsonArray::fromStringList(recordingShell.logLines)}});
 }
 
 bool renderFigure(CFigContext* ctx, const ProbeOptions& options)
@@ -64,6 +68,11 @@ int runCommand(const ProbeOptions& options)
     }
     if (options.command == "render") {
         return renderFigure(ctx.get(), options) ? 0 : 1;
+    }
+    if (options.command == "save") {
+        const bool saved = write_file(ctx.get(), options.output);
+        printMessages();
+        return saved ? 0 : 1;
     }
     printJson(options.command == "info" ? figureInfo(ctx.get()) : figureOutline(ctx.get()));
     return 0;

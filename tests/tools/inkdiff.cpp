@@ -9,6 +9,7 @@
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QPainter>
 
 #include <algorithm>
 #include <cstdio>
@@ -130,6 +131,57 @@ QImage pale(const QImage& image)
     return result;
 }
 
+struct Framed {
+    QImage image;
+    QRect frame;
+
+    explicit Framed(const char* name) : image(load(name)), frame(findFrame(image)) {}
+
+    /// What lies within the frame, in a white picture of that size.
+    QImage placed(const QPoint& position, const QSize& size) const
+    {
+        QImage result(size, QImage::Format_RGB32);
+        result.fill(Qt::white);
+        QPainter(&result).drawImage(position, image, frame);
+        return result;
+    }
+};
+
+struct Comparison {
+    Strays ours, theirs;
+    QImage diff;
+};
+
+Comparison compare(const QImage& a, const QImage& b)
+{
+    Comparison result;
+    result.diff = pale(a);
+    result.ours = countStrays(a, b, qRgb(230, 0, 0), &result.diff);
+    result.theirs = countStrays(b, a, qRgb(0, 0, 230), &result.diff);
+    return result;
+}
+
+/// Frames of different line width differ in size by a pixel or two: the smaller one takes the
+/// place within the larger where the fewest strays are left.
+Comparison bestComparison(const Framed& ours, const Framed& theirs, const QSize& size)
+{
+    const QSize roomOurs = size - ours.frame.size(), roomTheirs = size - theirs.frame.size();
+    const QSize room = (roomOurs + roomTheirs).boundedTo(QSize(2, 2));
+    Comparison best;
+    for (int y = 0; y <= room.height(); ++y) {
+        for (int x = 0; x <= room.width(); ++x) {
+            const QPoint a(roomOurs.width() ? x : 0, roomOurs.height() ? y : 0);
+            const QPoint b(roomTheirs.width() ? x : 0, roomTheirs.height() ? y : 0);
+            const Comparison next = compare(ours.placed(a, size), theirs.placed(b, size));
+            if (best.diff.isNull() ||
+                next.ours.ink + next.theirs.ink < best.ours.ink + best.theirs.ink) {
+                best = next;
+            }
+        }
+    }
+    return best;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -140,19 +192,15 @@ int main(int argc, char** argv)
         std::fputs("usage: inkdiff OURS THEIRS [DIFF.png]\n", stderr);
         return 2;
     }
-    const QImage ours = load(argv[1]), theirs = load(argv[2]);
-    const QRect ourFrame = findFrame(ours), theirFrame = findFrame(theirs);
-    if (!ourFrame.isValid() || !theirFrame.isValid()) {
+    const Framed ours(argv[1]), theirs(argv[2]);
+    if (!ours.frame.isValid() || !theirs.frame.isValid()) {
         std::fputs("inkdiff: a picture has no frame\n", stderr);
         return 1;
     }
-    const QImage a = ours.copy(ourFrame), b = theirs.copy(QRect(theirFrame.topLeft(), a.size()));
-    QImage diff = pale(a);
-    const Strays strayOurs = countStrays(a, b, qRgb(230, 0, 0), &diff);
-    const Strays strayTheirs = countStrays(b, a, qRgb(0, 0, 230), &diff);
-    const int frameError = std::max(std::abs(ourFrame.width() - theirFrame.width()),
-                                    std::abs(ourFrame.height() - theirFrame.height()));
-    std::printf("%ld %ld %ld %ld %d\n", strayOurs.ink, strayTheirs.ink, strayOurs.colour,
-                strayTheirs.colour, frameError);
-    return argc > 3 && !diff.save(QString::fromLocal8Bit(argv[3])) ? 1 : 0;
+    const QSize size = ours.frame.size().expandedTo(theirs.frame.size());
+    const Comparison best = bestComparison(ours, theirs, size);
+    const QSize error = size + size - ours.frame.size() - theirs.frame.size();
+    std::printf("%ld %ld %ld %ld %d\n", best.ours.ink, best.theirs.ink, best.ours.colour,
+                best.theirs.colour, std::max(error.width(), error.height()));
+    return argc > 3 && !best.diff.save(QString::fromLocal8Bit(argv[3])) ? 1 : 0;
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-const QStringList commands = {"info", "render", "outline"};
+const QStringList commands = {"info", "render", "outline", "save"};
 
 void addOptions(QCommandLineParser& parser)
 {
@@ -65,7 +65,7 @@ bool parsePositional(const QStringList& arguments, ProbeOptions* options)
     options->command = arguments.value(0);
     options->input = arguments.value(1);
     options->output = arguments.value(2);
-    const int expected = options->command == "render" ? 3 : 2;
+    const int expected = options->command == "render" || options->command == "save" ? 3 : 2;
     return commands.contains(options->command) && arguments.size() == expected;
 }
 

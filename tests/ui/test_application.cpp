@@ -2,6 +2,7 @@
 #include "WindowFixture.h"
 
 #include "render/colorFunctions.h"
+#include "ui/Components/QsLog/QsLog.h"
 #include "ui/settings.h"
 
 #include <QDir>
@@ -11,6 +12,7 @@
 #include <QScrollBar>
 #include <QSettings>
 #include <QStyle>
+#include <QTextDocument>
 #include <QTimer>
 
 namespace {
@@ -51,6 +53,7 @@ private slots:
     {
         QVERIFY(store.isValid());
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+        appHomeDir = store.path();
     }
 
     void init()
@@ -61,7 +64,11 @@ private slots:
         startDirectory = QDir::currentPath();
     }
 
-    void cleanup() { QDir::setCurrent(startDirectory); }
+    void cleanup()
+    {
+        QsLogging::Logger::destroyInstance();
+        QDir::setCurrent(startDirectory);
+    }
 
     // --- run --------------------------------------------------------------------
 
@@ -127,6 +134,39 @@ private slots:
         QCOMPARE(run(2, arguments), 0);
         QCOMPARE(titles.size(), 1);
         QVERIFY(titles[0].startsWith("document"));
+    }
+
+    void runLogsTheOpenedFigureInTheLogFileAndOnThePanel()
+    {
+        QTemporaryDir directory;
+        const QString name = writeFigure(directory, "plan.fig");
+        QByteArray figure = QFile::encodeName(name);
+        char program[] = "orvalt";
+        char* arguments[] = {program, figure.data(), nullptr};
+        QString panel;
+        QTimer::singleShot(0, [&] {
+            panel = mainWnd->logDocument()->toPlainText();
+            QApplication::closeAllWindows();
+        });
+        QCOMPARE(run(2, arguments), 0);
+        QFile log(store.filePath("orvalt.log"));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        const QString last = QString::fromUtf8(log.readAll()).trimmed().split('\n').last();
+        QVERIFY2(last.startsWith("INFO  ") && last.endsWith(" opened file " + name),
+                 qUtf8Printable(last));
+        QCOMPARE(panel, last);
+    }
+
+    void theLogOutlivesTheMainWindowAndItsPanel()
+    {
+        char program[] = "orvalt";
+        char* arguments[] = {program, nullptr};
+        QTimer::singleShot(0, [] { QApplication::closeAllWindows(); });
+        QCOMPARE(run(1, arguments), 0);
+        shell_log("after the end");
+        QFile log(store.filePath("orvalt.log"));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        QVERIFY(log.readAll().endsWith(" after the end\n"));
     }
 
     // --- upgrade ----------------------------------------------------------------

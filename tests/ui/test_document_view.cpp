@@ -7,6 +7,8 @@
 #include <QGridLayout>
 #include <QScrollBar>
 
+#include <limits>
+
 namespace {
 
 /// Number of canvas pixels that are not background.
@@ -169,6 +171,24 @@ private slots:
         WindowFixture fixture;
         fixture.context->zoom = 0.01f;
         fixture.child->zoomIn();
+        QCOMPARE(fixture.context->zoom, 0.01f);
+    }
+
+    void viewSurvivesItsLimitsWithCoordinatesNearIntMax()
+    {
+        WindowFixture fixture;
+        const int far = std::numeric_limits<int>::max();
+        fixture.addLine(-far, -far, far, far)->tagged = true;
+        fixture.addLine(0, 600, 1200, far);
+        for (int step = 0; step < 60; ++step)
+            fixture.child->zoomIn();
+        QCOMPARE(fixture.context->zoom, 99.99f);
+        fixture.press(Qt::RightButton, 10, 10);
+        fixture.move(-30000, 30000, Qt::RightButton);
+        for (int step = 0; step < 120; ++step)
+            fixture.child->zoomOut();
+        QCOMPARE(fixture.context->zoom, 0.05f); // 0.05 / 1.1 rounds back
+        fixture.child->zoomToSelection();
         QCOMPARE(fixture.context->zoom, 0.01f);
     }
 

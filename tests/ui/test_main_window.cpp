@@ -49,7 +49,8 @@ QStringList textsOf(const QMenu* menu)
 {
     QStringList texts;
     for (const QAction* action : menu->actions())
-        texts.append(action->isSeparator() ? "-" : action->text());
+        if (action->isVisible())
+            texts.append(action->isSeparator() ? "-" : action->text());
     return texts;
 }
 
@@ -258,6 +259,17 @@ private slots:
         QCOMPARE(offered, directory.path());
     }
 
+    void fileOfTheCommandLineSetsTheDirectoryOfTheDialogToo()
+    {
+        QTemporaryDir directory;
+        WindowFixture fixture;
+        fixture.window->openFile(encoded(writeFigure(directory, "house.fig")).data());
+        QDir::setCurrent(startDirectory);
+        QString offered;
+        openThroughDialog(fixture.window.get(), QString(), &offered);
+        QCOMPARE(offered, directory.path());
+    }
+
     void cancelledDialogDoesNothing()
     {
         WindowFixture fixture;
@@ -345,7 +357,8 @@ private slots:
     {
         WindowFixture fixture;
         QCOMPARE(textsOf(menuOf(fixture.window.get(), "File")),
-                 QStringList({"&New", "&Open...", "Close", "-", "Exit"}));
+                 QStringList({"&New", "&Open...", "-", "&Save", "Save &As...", "-", "Export...",
+                              "Export Again", "-", "Close", "Properties...", "-", "Exit"}));
         const QHash<QString, QString> keys = {{"&New", "Ctrl+N"},    {"&Open...", "Ctrl+O"},
                                               {"Close", "Ctrl+F4"},  {"Exit", ""},
                                               {"Zoom in", "Ctrl++"}, {"Zoom out", "Ctrl+-"}};

@@ -1,0 +1,208 @@
+#include "render/depth_walk.h"
+
+#include "model/FigContext.h"
+#include "model/w_layers.h"
+#include "render/gfx_lowlevel.h"
+#include "render/u_bound.h"
+#include "render/u_bound_box.h"
+
+#include <QPainter>
+
+#include <vector>
+
+namespace {
+
+/// As an exclusion: nothing at all is drawn, but everything is counted.
+FigObject* const everything = reinterpret_cast<FigObject*>(-1);
+
+QRect deviceRect(const QPainter* painter)
+{
+    return QRect(0, 0, painter->device()->width(), painter->device()->height());
+}
+
+bool hasHeads(const FigObject* object)
+{
+    return object->forward_arrow || object->backward_arrow;
+}
+
+bool seesClip(const FigObject* object)
+{
+    return hasHeads(object) ||
+           (object->type == O_ELLIPSE && static_cast<const FigEllipse*>(object)->angle != 0.0f);
+}
+
+/// Objects lie scattered over memory; a large figure is drawn faster when the next ones are
+/// already on their way.
+constexpr size_t PREFETCH_DISTANCE = 6;
+
+void prefetch(const FigObject* object)
+{
+    const char* begin = reinterpret_cast<const char*>(object);
+    for (size_t line = 0; line < sizeof(FigLine); line += 64)
+        __builtin_prefetch(begin + line);
+}
+
+long unitsAt(double pixel, int shift, float ppi, float zoom)
+{
+    return truncated((pixel + shift) * 1200.0 / ppi / zoom);
+}
+
+/// The list is walked once, not once per depth: its objects are sorted into their depths first.
+/// Objects that cannot touch the area are passed by; null stands for everywhere.
+class DepthWalk {
+public:
+    DepthWalk(CFigContext* ctx, FigObject* exclude, const SeenArea* area, WholeClip* wholeClip)
+        : m_ctx(ctx), m_exclude(exclude), m_area(area), m_clip(wholeClip)
+    {
+        const int deepest = std::min(ctx->max_depth, MAX_DEPTH);
+        for (int depth = 0; depth <= deepest; ++depth)
+            m_reached[depth] = ctx->active_layers[depth] || ctx->layerMode != PAINT_HIDDEN;
+    }
+
+    void collect(const FigObjectList& list)
+    {
+        for (FigObject* object : list) {
+            if (object->type == O_COMPOUND) {
+                if (!object->ignore && object != m_exclude)
+                    collect(*static_cast<FigCompound*>(object)->objects);
+            } else if (isReached(object->depth)) {
+                take(object);
+            }
+        }
+    }
+
+    void draw() const
+    {
+        const std::vector<FigObject*> objects = sorted();
+        for (size_t i = 0; i < objects.size(); ++i) {
+            if (i + PREFETCH_DISTANCE < objects.size())
+                prefetch(objects[i + PREFETCH_DISTANCE]);
+            FigObject* object = objects[i];
+            if (!m_clip)
+                object->draw(m_ctx);
+            else if (!hasHeads(object) || matters(object))
+                m_clip->draw(m_ctx, object);
+        }
+    }
+
+private:
+    bool isReached(int depth) const { return depth >= 0 && depth <= MAX_DEPTH && m_reached[depth]; }
+
+    void take(FigObject* object)
+    {
+        countDrawn(m_ctx, object);
+        if (!isWanted(object, m_exclude) || !matters(object))
+            return;
+        m_objects.push_back(object);
+        ++m_perDepth[object->depth];
+    }
+
+    /// Whether drawing the object shows. One out of sight does as long as the clip that it may
+    /// put back would be the painter's first.
+    bool matters(FigObject* object) const
+    {
+        return !m_area ||
+               mayTouchBox(m_ctx, object, m_area->x1, m_area->y1, m_area->x2, m_area->y2) ||
+               (m_clip && m_clip->isAlone() && hasHeads(object) &&
+                getThickness(m_ctx, object->thickness, m_ctx->zoom) >= 2);
+    }
+
+    std::vector<FigObject*> sorted() const
+    {
+        size_t start[NUM_DEPTHS];
+        size_t next = 0;
+        for (int depth = MAX_DEPTH; depth >= 0; --depth) {
+            start[depth] = next;
+            next += m_perDepth[depth];
+        }
+        std::vector<FigObject*> result(m_objects.size());
+        for (FigObject* object : m_objects)
+            result[start[object->depth]++] = object;
+        return result;
+    }
+
+    CFigContext* m_ctx;
+    FigObject* m_exclude;
+    const SeenArea* m_area;
+    WholeClip* m_clip;
+    bool m_reached[NUM_DEPTHS] = {};
+    size_t m_perDepth[NUM_DEPTHS] = {};
+    std::vector<FigObject*> m_objects;
+};
+
+} // namespace
+
+bool isWanted(const FigObject* object, const FigObject* exclude)
+{
+    return !object->ignore && object != exclude && exclude != everything;
+}
+
+void countDrawn(CFigContext* ctx, const FigObject* object)
+{
+    DepthCounts& counts = ctx->counts[qBound(0, object->depth, MAX_DEPTH)];
+    switch (object->type) {
+    case O_ARC:
+        ++counts.drawnArcs;
+        break;
+    case O_POLYLINE:
+        ++counts.drawnLines;
+        break;
+    case O_ELLIPSE:
+        ++counts.drawnEllipses;
+        break;
+    case O_SPLINE:
+        ++counts.drawnSplines;
+        break;
+    case O_TEXT:
+        ++counts.drawnTexts;
+        break;
+    default:
+        break;
+    }
+}
+
+SeenArea::SeenArea(const CFigContext* ctx, const QRect& pixels)
+    : x1(unitsAt(pixels.left(), ctx->shiftX, ctx->ppiX, ctx->zoom)),
+      y1(unitsAt(pixels.top(), ctx->shiftY, ctx->ppiY, ctx->zoom)),
+      x2(unitsAt(pixels.right() + 1.0, ctx->shiftX, ctx->ppiX, ctx->zoom)),
+      y2(unitsAt(pixels.bottom() + 1.0, ctx->shiftY, ctx->ppiY, ctx->zoom))
+{
+}
+
+WholeClip::WholeClip(QPainter* target) : m_painter(target), m_isOurs(!target->hasClipping())
+{
+    set(Qt::ReplaceClip);
+}
+
+WholeClip::~WholeClip()
+{
+    set(Qt::NoClip);
+}
+
+void WholeClip::draw(CFigContext* ctx, FigObject* object)
+{
+    const bool without = m_isOurs && seesClip(object);
+    if (without)
+        set(Qt::NoClip);
+    object->draw(ctx);
+    if (without) {
+        m_isOurs = !m_painter->hasClipping();
+        set(Qt::ReplaceClip);
+    }
+}
+
+/// Not by setClipping: what is drawn after that sees some of the old clip.
+void WholeClip::set(Qt::ClipOperation operation)
+{
+    if (m_isOurs)
+        m_painter->setClipRect(deviceRect(m_painter), operation);
+}
+
+void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude,
+                 const SeenArea* area, WholeClip* clip)
+{
+    clearcounts(ctx);
+    DepthWalk walk(ctx, exclude, area, clip);
+    walk.collect(list);
+    walk.draw();
+}

@@ -1,0 +1,118 @@
+// What the main window is made of: its panels, tool bars and menus.
+#include "ui/ConsoleDock.h"
+#include "ui/QTMainFrm.h"
+#include "ui/RecentFiles.h"
+#include "ui/ToolRow.h"
+#include "ui/WindowMenu.h"
+
+#include <QApplication>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStatusBar>
+
+namespace {
+
+constexpr int TOOL_ICON_SIZE = 24;
+
+QIcon applicationIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QString(":/app/images/app/orvalt_%1.png").arg(size));
+    return icon;
+}
+
+/// What does not fit into a bar is behind a button that comes without a name.
+void nameExtension(const QWidget* bar, const char* buttonName, const QString& name)
+{
+    if (auto* button = bar->findChild<QWidget*>(buttonName))
+        button->setAccessibleName(name);
+}
+
+} // namespace
+
+void QTMainFrm::setupUi()
+{
+    QApplication::setWindowIcon(applicationIcon());
+    setWindowTitle(tr("Orvalt"));
+    setIconSize({TOOL_ICON_SIZE, TOOL_ICON_SIZE});
+    setAcceptDrops(true);
+    mdiArea = new QMdiArea(this);
+    mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(mdiArea);
+    console = new ConsoleDock(this);
+    addDockWidget(Qt::BottomDockWidgetArea, console);
+    console->hide();
+    connect(console->clearLog, &QPushButton::clicked, this, &QTMainFrm::onClearLog);
+    recentFiles = new RecentFiles(this);
+    actions = std::make_unique<MainActions>(this);
+}
+
+void QTMainFrm::addToolbar(const QString& title, std::initializer_list<MainAction> entries)
+{
+    actions->fill(addToolBar(title), entries);
+}
+
+void QTMainFrm::createToolbars()
+{
+    addToolbar(tr("File"), {ACT_NEW, ACT_OPEN, ACT_SAVE, ACT_SAVE_AS, ACT_EXPORT});
+    addToolbar(tr("Edit"), {ACT_UNDO, ACT_REDO, SEPARATOR, ACT_CUT, ACT_COPY, ACT_PASTE, SEPARATOR,
+                            ACT_CONVERT});
+    addToolbar(tr("View"), {ACT_ZOOM_IN, ACT_ZOOM_OUT, ACT_ZOOM_SELECTION,
+                            ACT_ZOOM_SELECTION_REVERT, SEPARATOR, ACT_CONSOLE});
+    addToolBarBreak();
+    toolRow = new ToolRow(this);
+    addToolBar(toolRow);
+    connect(toolRow, &ToolRow::gridChosen, this, [this](int index) { setGrid(index, nullptr); });
+    addToolbar(tr("Align"),
+               {ACT_ALIGN_LEFT, ACT_ALIGN_CENTER_H, ACT_ALIGN_RIGHT, SEPARATOR, ACT_ALIGN_TOP,
+                ACT_ALIGN_CENTER_V, ACT_ALIGN_BOTTOM, SEPARATOR, ACT_ALIGN_CENTER_HV});
+    addToolbar(tr("Compound"),
+               {ACT_COMPOUND_CREATE, ACT_COMPOUND_BREAK, ACT_COMPOUND_OPEN, ACT_COMPOUND_CLOSE});
+    for (QToolBar* bar : findChildren<QToolBar*>())
+        nameExtension(bar, "qt_toolbar_ext_button", tr("More of %1").arg(bar->windowTitle()));
+}
+
+QMenu* QTMainFrm::addMenu(const QString& title, std::initializer_list<MainAction> entries)
+{
+    QMenu* menu = menuBar()->addMenu(title);
+    menu->setToolTipsVisible(true);
+    actions->fill(menu, entries);
+    return menu;
+}
+
+void QTMainFrm::createMenus()
+{
+    QMenu* file = addMenu(tr("File"), {ACT_NEW, ACT_OPEN, SEPARATOR, ACT_SAVE, ACT_SAVE_AS,
+                                       SEPARATOR, ACT_EXPORT, ACT_EXPORT_AGAIN, SEPARATOR,
+                                       ACT_CLOSE, ACT_PROPERTIES, SEPARATOR});
+    file->addActions(recentFiles->actions());
+    file->addAction(recentFiles->separator());
+    actions->fill(file, {ACT_EXIT});
+    for (QAction* action : recentFiles->actions())
+        connect(action, &QAction::triggered, this, &QTMainFrm::openRecentFile);
+
+    QMenu* edit = addMenu(tr("Edit"), {ACT_UNDO, ACT_REDO, SEPARATOR, ACT_CUT, ACT_COPY, ACT_PASTE,
+                                       ACT_SELECT_ALL, SEPARATOR, ACT_SMART_LINKS, ACT_CONVERT});
+    actions->fill(edit->addMenu(tr("Align")),
+                  {ACT_ALIGN_LEFT, ACT_ALIGN_TOP, ACT_ALIGN_RIGHT, ACT_ALIGN_BOTTOM, SEPARATOR,
+                   ACT_ALIGN_CENTER_H, ACT_ALIGN_CENTER_V, ACT_ALIGN_CENTER_HV});
+    actions->fill(edit->addMenu(tr("Compound")),
+                  {ACT_COMPOUND_CREATE, ACT_COMPOUND_BREAK, ACT_COMPOUND_OPEN, ACT_COMPOUND_CLOSE});
+    addMenu(tr("View"), {ACT_ZOOM_IN, ACT_ZOOM_OUT, ACT_ZOOM_SELECTION, ACT_ZOOM_SELECTION_REVERT,
+                         SEPARATOR, ACT_CONSOLE, ACT_PALETTE, ACT_LAYERS, ACT_LIBRARY});
+    addMenu(tr("Script"), {ACT_REFRESH_SCRIPTS});
+    addMenu(tr("Preferences"), {ACT_PREFERENCES, ACT_METRICS});
+    windowMenu = new WindowMenu(mdiArea, this);
+    menuBar()->addMenu(windowMenu);
+    connect(windowMenu, &WindowMenu::windowChosen, this, &QTMainFrm::setActiveSubWindow);
+    nameExtension(menuBar(), "qt_menubar_ext_button", tr("More menus"));
+    menuBar()->addSeparator();
+    addMenu(tr("&Help"), {ACT_ABOUT, ACT_ABOUT_QT});
+}
+
+void QTMainFrm::createStatusBar()
+{
+    statusBar()->showMessage(tr("Ready"));
+}
