@@ -5,29 +5,10 @@
 # Needs SOURCE_DIR and BUILD_DIR, a build of the program; nothing is written there but cmake's list
 # of what it installed.
 set -euo pipefail
-for tool in cmake cpack dpkg-deb dpkg-shlibdeps file Xvfb xdotool; do
-    command -v $tool >/dev/null || { echo "$tool is missing."; exit 77; }
-done
+. "$(dirname "$(realpath "$0")")/../support/display.sh"
+require cmake cpack dpkg-deb dpkg-shlibdeps file Xvfb xdotool
 : "${SOURCE_DIR:?}" "${BUILD_DIR:?}"
-work=$(mktemp -d)
-trap 'kill ${editor:-} ${server:-} 2>/dev/null || true; rm -rf "$work"' EXIT
 umask 022 # folders get it, as Debian's own tools expect
-
-fail() {
-    echo "FAILED: $*" >&2
-    exit 1
-}
-
-# wait_for WHAT COMMAND...: until the command succeeds, thirty seconds at most.
-wait_for() {
-    local what=$1
-    shift
-    for _ in $(seq 300); do
-        "$@" && return
-        sleep 0.1
-    done
-    fail "$what"
-}
 
 # check TOOL COMMAND...: a checker must be content; one that is absent is named and passed by.
 check() {
@@ -157,41 +138,17 @@ check_files "$work/unpacked/usr"
 
 # --- the program of the package ---------------------------------------------------
 
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
-server=$!
-wait_for "the display comes up" test -s "$work/display"
-DISPLAY=:$(cat "$work/display")
-export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data \
-    XDG_RUNTIME_DIR=$work
-# No session bus: the test leaves the user's desktop alone. Whole stacks let a sanitizer tell the
-# leaks of Qt's display plugin, which is unloaded by then, from ours.
-export DBUS_SESSION_BUS_ADDRESS=disabled: ASAN_OPTIONS=fast_unwind_on_malloc=0
+start_display
 
 cd "$work/unpacked/usr/share/orvalt/examples"
 "$work/unpacked/usr/bin/orvalt" flowchart.fig >"$work/out" 2>&1 &
 editor=$!
-
-window_named() {
-    window=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1)
-    [ -n "$window" ]
-}
 wait_for "a window shows flowchart.fig in its title" window_named 'flowchart\.fig'
 # Desktops find the entry, and the icon in it, by the class of the window.
 xdotool search --onlyvisible --class "^$(value StartupWMClass)\$" 2>/dev/null |
     grep -qx "$window" || fail "the window is not of the class $(value StartupWMClass)"
 
-# Exit is the last entry of the first menu.
 eval "$(xdotool getwindowgeometry --shell "$window")"
-xdotool mousemove $((X + 36)) $((Y + 10)) click 1
-sleep 0.5
-xdotool key Up Return
-ended() {
-    ! kill -0 "$editor" 2>/dev/null
-}
-wait_for "Exit ends the program" ended
-status=0
-wait "$editor" || status=$?
-editor=""
-[ $status = 0 ] || fail "exit status $status: $(cat "$work/out")"
+quit_by_menu $((X + 36)) $((Y + 10))
 grep -q "^version=$version\$" "$work/config/Orvalt/Orvalt.conf" || fail "no settings are stored"
 echo "Installed, packed as ${package##*/}, started from the package and ended."

@@ -4,41 +4,15 @@
 # and the end.
 # Needs ORVALT (the program) and BUILD_DIR (screenshots go to its artefacts folder).
 set -euo pipefail
-for tool in Xvfb xdotool import; do
-    command -v $tool >/dev/null || { echo "$tool is missing."; exit 77; }
-done
+. "$(dirname "$(realpath "$0")")/../support/display.sh"
+require Xvfb xdotool import
 : "${ORVALT:?}" "${BUILD_DIR:?}"
 artefacts=$BUILD_DIR/artefacts
 mkdir -p "$artefacts"
-work=$(mktemp -d)
-trap 'kill ${editor:-} ${server:-} 2>/dev/null || true; rm -rf "$work"' EXIT
-
-fail() {
-    [ -z "${DISPLAY:-}" ] || import -window root "$artefacts/save_and_quit_failure.png" || true
-    echo "FAILED: $*" >&2
-    tail -n 5 "$work/out" "$work/xvfb.log" >&2 2>/dev/null || true
-    exit 1
-}
-
-# wait_for WHAT COMMAND...: until the command succeeds, ten seconds at most.
-wait_for() {
-    local what=$1
-    shift
-    for _ in $(seq 100); do
-        "$@" && return
-        sleep 0.1
-    done
-    fail "$what"
-}
 
 screenshot() {
     sleep 0.5
     import -window root "$artefacts/$1.png"
-}
-
-window_named() {
-    window=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1)
-    [ -n "$window" ]
 }
 
 no_window_named() {
@@ -73,10 +47,6 @@ key() {
     sleep 0.3
 }
 
-ended() {
-    ! kill -0 "$editor" 2>/dev/null
-}
-
 start() {
     (cd "$work" && exec "$ORVALT" "$@") >"$work/out" 2>&1 &
     editor=$!
@@ -85,32 +55,13 @@ start() {
     sleep 0.5
 }
 
-# quit_by_menu: Exit is the last entry of the File menu.
-quit_by_menu() {
-    xdotool mousemove 28 10 click 1
-    sleep 0.4
-    xdotool key Up Return
-    wait_for "Exit ends the program" ended
-    status=0
-    wait "$editor" || status=$?
-    editor=""
-    [ $status = 0 ] || fail "exit status $status: $(cat "$work/out")"
-}
-
 same() {
     cmp -s "$1" "$2"
 }
 
 # --- a display, a store and figures of its own ------------------------------------
 
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
-server=$!
-wait_for "the display comes up" test -s "$work/display"
-DISPLAY=:$(cat "$work/display")
-export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data
-# No session bus: the test leaves the user's desktop alone. Whole stacks let a sanitizer tell the
-# leaks of Qt's display plugin, which is unloaded by then, from ours.
-export XDG_RUNTIME_DIR=$work DBUS_SESSION_BUS_ADDRESS=disabled: ASAN_OPTIONS=fast_unwind_on_malloc=0
+start_display
 store=$work/config/Orvalt/Orvalt.conf
 figures=$work/figures
 mkdir -p "$(dirname "$store")" "$figures"
@@ -156,7 +107,7 @@ wait_for "the document keeps its name" window_named 'drawing\.fig'
 mv "$figures" "$work/away"
 key ctrl+s
 screenshot save_and_quit_3_failed
-ended && fail "the program ended when it could not save"
+editor_ended && fail "the program ended when it could not save"
 mv "$work/away" "$figures"
 rm "$figures/drawing.fig"
 key ctrl+s
@@ -177,7 +128,7 @@ screenshot save_and_quit_5_tiled
 key alt+w
 xdotool key c
 screenshot save_and_quit_6_cascaded
-quit_by_menu
+quit_by_menu 28 10
 grep -qx "last%20directory=$figures" "$store" || fail "last directory: $(grep last "$store")"
 
 # --- the next run -------------------------------------------------------------------------
@@ -191,5 +142,5 @@ key ctrl+F4
 wait_for "Close closes the last one" no_window_named 'document1\.fig'
 screenshot save_and_quit_7_none
 key ctrl+s # without a document
-quit_by_menu
+quit_by_menu 28 10
 echo "Saved, refused, failed, reopened and ended; screenshots in $artefacts"

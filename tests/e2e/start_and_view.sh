@@ -3,30 +3,11 @@
 # wheel, dragged with the right button, and the program ends cleanly with its settings stored.
 # Needs ORVALT (the program) and BUILD_DIR (screenshots go to its artefacts folder).
 set -euo pipefail
-for tool in Xvfb xdotool import convert; do
-    command -v $tool >/dev/null || { echo "$tool is missing."; exit 77; }
-done
+. "$(dirname "$(realpath "$0")")/../support/display.sh"
+require Xvfb xdotool import convert
 : "${ORVALT:?}" "${BUILD_DIR:?}"
 artefacts=$BUILD_DIR/artefacts
 mkdir -p "$artefacts"
-work=$(mktemp -d)
-trap 'kill ${editor:-} ${server:-} 2>/dev/null || true; rm -rf "$work"' EXIT
-
-fail() {
-    echo "FAILED: $*" >&2
-    exit 1
-}
-
-# wait_for WHAT COMMAND...: until the command succeeds, ten seconds at most.
-wait_for() {
-    local what=$1
-    shift
-    for _ in $(seq 100); do
-        "$@" && return
-        sleep 0.1
-    done
-    fail "$what"
-}
 
 screenshot() {
     import -window root "$artefacts/$1.png"
@@ -36,11 +17,6 @@ screenshot() {
 blue_box() {
     convert "$artefacts/$1.png" -fill black +opaque '#0000ff' -trim -format '%w %h %X %Y' info: |
         tr -d +
-}
-
-window_named() {
-    window=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | head -n 1)
-    [ -n "$window" ]
 }
 
 shows_blue_box() {
@@ -62,14 +38,7 @@ near() {
 
 # --- a display, a store that points elsewhere, a figure -------------------------
 
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
-server=$!
-wait_for "the display comes up" test -s "$work/display"
-DISPLAY=:$(cat "$work/display")
-export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work
-# No session bus: the test leaves the user's desktop alone. Whole stacks let a sanitizer tell the
-# leaks of Qt's display plugin, which is unloaded by then, from ours.
-export DBUS_SESSION_BUS_ADDRESS=disabled: ASAN_OPTIONS=fast_unwind_on_malloc=0
+start_display
 store=$work/config/Orvalt/Orvalt.conf
 mkdir -p "$(dirname "$store")"
 printf '[General]\nlast%%20directory=/\n' >"$store"
@@ -119,18 +88,7 @@ near "$left" $((old_left + 60)) 0 && near "$top" $((old_top + 40)) 0 ||
 # --- end by the menu ------------------------------------------------------------
 
 eval "$(xdotool getwindowgeometry --shell "$window")"
-xdotool mousemove $((X + 36)) $((Y + 10)) click 1
-sleep 0.5
-screenshot start_and_view_4_menu
-xdotool key Up Return
-ended() {
-    ! kill -0 "$editor" 2>/dev/null
-}
-wait_for "Exit ends the program" ended
-status=0
-wait "$editor" || status=$?
-editor=""
-[ $status = 0 ] || fail "exit status $status: $(cat "$work/out")"
+quit_by_menu $((X + 36)) $((Y + 10)) start_and_view_4_menu
 grep -qx "last%20directory=$work" "$store" || fail "last directory is not stored: $(cat "$store")"
 grep -q '^window%20size=' "$store" || fail "the window size is not stored"
 grep -q '^version=' "$store" || fail "the settings are not stored"
