@@ -66,9 +66,9 @@ double dashPeriod(const QPen& pen)
 // number it never ends. They are drawn solid.
 bool isPaintable(double period, double width)
 {
-    return period == 0.0 || (std::isfinite(period) && width <= WIDEST_DASHED_PEN &&
-                             period >= FINEST_PERIOD_IN_WIDTHS &&
-                             period * width >= FINEST_PERIOD_IN_PIXELS);
+    return period == 0.0 ||
+           (std::isfinite(period) && width <= WIDEST_DASHED_PEN &&
+            period >= FINEST_PERIOD_IN_WIDTHS && period * width >= FINEST_PERIOD_IN_PIXELS);
 }
 
 void setOutline(QPainter* painter, const QPen& pen)
@@ -291,7 +291,8 @@ void pw_ellipse(CFigContext* ctx, FigEllipse* ellipse, int mode)
     if (ellipse->fill_style != NO_FILL)
         fillEllipseRect(ctx, ellipse, mode, rect);
     const int width = getThickness(ctx, ellipse->thickness, ctx->zoom);
-    if (width != 0) {
+    // A negative thickness gives lines an outline of one pixel, but ellipses and arcs none.
+    if (width > 0) {
         setOutline(painter, ellipsePen(ctx, ellipse, mode, width));
         painter->drawEllipse(rect);
     }

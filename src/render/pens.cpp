@@ -77,7 +77,8 @@ unsigned inPaintMode(unsigned color, int mode, bool white)
         hsl.saturation = 0;
         hsl.lightness = 0.5f * hsl.lightness + 0.5f;
     } else {
-        hsl.lightness = 0.2f * hsl.lightness + 0.8f;
+        // Double constants; only the stored lightness is single again.
+        hsl.lightness = static_cast<float>(0.2 * hsl.lightness + 0.8);
     }
     return hslToColorref(hsl);
 }

@@ -264,6 +264,17 @@ private slots:
         QCOMPARE(getQColor(nullptr, 500, 20, PAINT_NORMAL, true), QColor(0, 0, 0));
     }
 
+    // 0x00482a has lightness 36/255. 0.2 times that plus 0.8 with double constants is nearest to
+    // the single 0.828235269; single constants would give the next one, 0.828235328. The low
+    // byte is 167.4 + 42/72 * 87.6 = 218.5, which the lower of the two makes 218 and not 219.
+    void dimmingMultipliesByDoubleConstants()
+    {
+        unsigned row[NUM_SHADES] = {};
+        row[20] = 0x00482a;
+        QHash<int, unsigned*> shades{{0, row}};
+        QCOMPARE(getColor(&shades, 32, PAINT_DIMMED, true), 0xa7ffdau);
+    }
+
     void dimmedIsLightenedAndGrayedLosesItsHue()
     {
         // Red has lightness 0.5: dimmed 0.9 with full saturation is (255, 204, 204).

@@ -454,6 +454,25 @@ private slots:
         QCOMPARE(canvas.ink().top(), 10);
     }
 
+    // An ellipse is outlined only if its pen is above 0 pixels wide.
+    void aNegativeThicknessLeavesAnEllipseWithoutOutline()
+    {
+        Canvas canvas;
+        const auto ellipse = makeEllipse({30, 30}, 300, 150);
+        ellipse->thickness = -1;
+        pw_ellipse(&canvas.ctx, ellipse.get(), PAINT_NORMAL);
+        QVERIFY(canvas.ink().isNull());
+        ellipse->fill_style = 20;
+        ellipse->fill_color = 4;
+        pw_ellipse(&canvas.ctx, ellipse.get(), PAINT_NORMAL);
+        QCOMPARE(canvas.image, drawn([](QPainter& painter) {
+                     painter.translate(30, 30);
+                     painter.setPen(Qt::NoPen);
+                     painter.setBrush(QColor(255, 0, 0));
+                     painter.drawEllipse(QRect(-20, -10, 40, 20));
+                 }));
+    }
+
     void selfCrossingOutlineLeavesItsDoubleAreaOpen()
     {
         Canvas canvas;
