@@ -12,8 +12,8 @@ PointerProc canvas_qualifier_proc = nullptr;
 KeyboardProc canvas_kbd_proc = nullptr;
 ElasticProc elastic_proc = nullptr;
 
-void set_functions(PointerProc qualifier, KeyboardProc kbd, PointerProc locmove,
-                   ButtonProc leftbut, RightButtonProc middlebut)
+void set_functions(PointerProc qualifier, KeyboardProc kbd, PointerProc locmove, ButtonProc leftbut,
+                   RightButtonProc middlebut)
 {
     canvas_qualifier_proc = qualifier;
     canvas_kbd_proc = kbd;

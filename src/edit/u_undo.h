@@ -50,7 +50,7 @@ public:
 
 private:
     CFigContext* owner;
-    QList<QList<ActionItem*>*> undoList;  ///< oldest first
-    QList<QList<ActionItem*>*> redoList;  ///< the one to redo next is last
+    QList<QList<ActionItem*>*> undoList; ///< oldest first
+    QList<QList<ActionItem*>*> redoList; ///< the one to redo next is last
     int limit;
 };

@@ -30,13 +30,13 @@ public:
     CFigContext& operator=(const CFigContext&) = delete;
     virtual ~CFigContext();
 
-    QString filename;        ///< native path of the last file read
-    QTChildFrm* chFrm;       ///< owner, or null
-    QPainter* painter;       ///< where all drawing goes; null means no drawing; not owned
+    QString filename;  ///< native path of the last file read
+    QTChildFrm* chFrm; ///< owner, or null
+    QPainter* painter; ///< where all drawing goes; null means no drawing; not owned
     FigDrawing drawing;
-    QMap<int, QColor> userColors;  ///< key is the colour number minus 32
-    QHash<int, unsigned*> userColorShades;  ///< 41 shades each; owned, made with new[]
-    QLinkedList<FigObject*>* openCompoundObjects;  ///< list of the open compound; not owned
+    QMap<int, QColor> userColors;                 ///< key is the colour number minus 32
+    QHash<int, unsigned*> userColorShades;        ///< 41 shades each; owned, made with new[]
+    QLinkedList<FigObject*>* openCompoundObjects; ///< list of the open compound; not owned
     bool modified;
     UndoQueue undoQueue;
     QList<ActionItem*>* addPointActions;
@@ -44,36 +44,36 @@ public:
     FigObject* curObject;
     FigObject* reshapedObject;
     FigObject* newPath;
-    FigPoint* firstPoint;    ///< chain under construction
+    FigPoint* firstPoint; ///< chain under construction
     FigPoint* lastPoint;
     FigObject* foundObject;
-    int shiftX, shiftY;      ///< scroll position, pixels
+    int shiftX, shiftY; ///< scroll position, pixels
     float zoom;
     int savedShiftX, savedShiftY;
-    float savedZoom;         ///< -1: nothing stored
+    float savedZoom; ///< -1: nothing stored
     bool gridOn;
     int gridIndex;
     int magnetMode;
     bool metric;
-    float ppiX, ppiY;        ///< pixels per inch at zoom 1
+    float ppiX, ppiY; ///< pixels per inch at zoom 1
     bool landscape;
-    int paperSize;           ///< index into paper_sizes
+    int paperSize; ///< index into paper_sizes
     bool flushLeft;
     bool multiplePage;
-    float magnification;     ///< percent
+    float magnification; ///< percent
     bool dontHide1ptThickness;
     int cur_pencolor, cur_fillcolor, cur_fillstyle;
     int transparentColor;
     bool showPageBorders;
     bool active_layers[NUM_DEPTHS];
-    int layerMode;           ///< look of inactive depths: 10, 11 grey, 12 not drawn
+    int layerMode; ///< look of inactive depths: 10, 11 grey, 12 not drawn
     bool saved_active_layers[NUM_DEPTHS];
     int object_depths[NUM_DEPTHS];
     int saved_depths[NUM_DEPTHS];
     int max_depth, min_depth;
     int saved_min_depth, saved_max_depth;
     bool linkTargetOk;
-    long nextId;             ///< last id given out
+    long nextId; ///< last id given out
     DepthCounts counts[NUM_DEPTHS];
     DepthCounts saved_counts[NUM_DEPTHS];
 

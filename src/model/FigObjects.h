@@ -30,11 +30,11 @@ enum FigLineType { T_POLYLINE = 1, T_BOX = 2, T_POLYGON = 3, T_ARCBOX = 4, T_PIC
 
 /// Arrowhead of a line end.
 struct FigArrow {
-    int type = 0;         ///< shape, 0 to 14
-    int style = 0;        ///< 0 hollow, 1 filled
-    float thickness = 1;  ///< display units
-    float wd = 0;         ///< width, figure units
-    float ht = 0;         ///< height, figure units
+    int type = 0;        ///< shape, 0 to 14
+    int style = 0;       ///< 0 hollow, 1 filled
+    float thickness = 1; ///< display units
+    float wd = 0;        ///< width, figure units
+    float ht = 0;        ///< height, figure units
 };
 
 /// A point of an outline. Owns its link, not its successor.
@@ -49,8 +49,8 @@ public:
     int x = 0;
     int y = 0;
     bool tagged = false;
-    int state = 0;              ///< marker state; 3 is the selected point
-    FigLink* link = nullptr;    ///< owned by the point list functions, not by this destructor
+    int state = 0;           ///< marker state; 3 is the selected point
+    FigLink* link = nullptr; ///< owned by the point list functions, not by this destructor
     FigPoint* next = nullptr;
     FigObject* owner = nullptr; ///< filled in only by findPointsThatConnectTo
 };
@@ -59,11 +59,11 @@ public:
 struct FigLink {
     long targetObjId = -1;
     FigPoint* srcPoint = nullptr;
-    FigPoint* targetLeftPoint = nullptr;   ///< cache, compared only; null for an ellipse target
+    FigPoint* targetLeftPoint = nullptr; ///< cache, compared only; null for an ellipse target
     FigPoint* targetRightPoint = nullptr;
     int targetLeftPointIdx = -1;
     int targetRightPointIdx = -1;
-    bool flag = false;  ///< the end stays where it is during the present move
+    bool flag = false; ///< the end stays where it is during the present move
 };
 
 /// Shape factor of one spline point, in point order. Made with malloc, released with free.
@@ -74,8 +74,8 @@ struct FigShapeFactor {
 
 /// Picture of a box of sub-type 5.
 struct FigPic {
-    QString file;         ///< name as in the figure
-    int type = 0;         ///< 0 unknown
+    QString file; ///< name as in the figure
+    int type = 0; ///< 0 unknown
     int flipped = 0;
     int pix_width = 0;
     int pix_height = 0;
@@ -83,17 +83,17 @@ struct FigPic {
     int size_x = 0;       ///< box size in pixels that the pixmap was made for
     int size_y = 0;
     int pix_flipped = 0;
-    QPixmap* pixmap = nullptr;  ///< owned by the line that owns this record
+    QPixmap* pixmap = nullptr; ///< owned by the line that owns this record
 };
 
 /// Run-time flags, never written to a file.
 class FigObjectHandling {
 public:
-    bool tagged = false;   ///< selected
-    int marked = 0;        ///< markers shown: 0 none, 1 normal, 2 tagged
-    bool ignore = false;   ///< passed by in this redraw
-    int reserved = 0;      ///< survives a clone, no rule depends on it
-    int convertedSubType = -1;  ///< sub-type before a line-spline conversion, -1 never converted
+    bool tagged = false;       ///< selected
+    int marked = 0;            ///< markers shown: 0 none, 1 normal, 2 tagged
+    bool ignore = false;       ///< passed by in this redraw
+    int reserved = 0;          ///< survives a clone, no rule depends on it
+    int convertedSubType = -1; ///< sub-type before a line-spline conversion, -1 never converted
 };
 
 class FigObject : public FigObjectHandling {
@@ -103,19 +103,19 @@ public:
     FigObject& operator=(const FigObject&) = delete;
 
     int type = 0;
-    long id = -1;         ///< unique in the document, -1 none yet
+    long id = -1; ///< unique in the document, -1 none yet
     int sub_type = 0;
     int line_style = 0;
     int thickness = 0;
     int pen_color = 0;
     int fill_color = -1;
     int fill_style = -1;
-    int depth = 0;        ///< 0 to 999, greater is further back
+    int depth = 0; ///< 0 to 999, greater is further back
     int pen_style = -1;
     float style_val = 0;
-    FigArrow* forward_arrow = nullptr;   ///< owned
-    FigArrow* backward_arrow = nullptr;  ///< owned
-    QString comments;     ///< lines separated by "\n"
+    FigArrow* forward_arrow = nullptr;  ///< owned
+    FigArrow* backward_arrow = nullptr; ///< owned
+    QString comments;                   ///< lines separated by "\n"
 
     virtual ~FigObject();
     virtual FigObject* clone();
@@ -130,11 +130,11 @@ public:
 /// FigObject only by way of FigLine or FigSpline.
 class FigPath {
 public:
-    FigPoint* points = nullptr;  ///< head of the list, owned by the line or spline
+    FigPoint* points = nullptr; ///< head of the list, owned by the line or spline
 
     FigPoint* findPredecessor(FigPoint* point);
-    int getIndex(FigPoint* point);    ///< -1 when absent
-    FigPoint* getPoint(int index);    ///< null for -1 and out of range
+    int getIndex(FigPoint* point); ///< -1 when absent
+    FigPoint* getPoint(int index); ///< null for -1 and out of range
     int getNumPoints();
 };
 
@@ -143,10 +143,10 @@ public:
     FigLine() { type = O_POLYLINE; }
     ~FigLine() override;
 
-    int cap_style = 0;   ///< 0 butt, 1 round, 2 projecting
-    int join_style = 0;  ///< 0 miter, 1 round, 2 bevel
-    int radius = -1;     ///< of an arc-box, display units
-    FigPic* pic = nullptr;  ///< owned; only with sub-type 5
+    int cap_style = 0;     ///< 0 butt, 1 round, 2 projecting
+    int join_style = 0;    ///< 0 miter, 1 round, 2 bevel
+    int radius = -1;       ///< of an arc-box, display units
+    FigPic* pic = nullptr; ///< owned; only with sub-type 5
 
     FigObject* clone() override;
     void draw(CFigContext* ctx) override;
@@ -172,7 +172,7 @@ public:
     ~FigSpline() override;
 
     int cap_style = 0;
-    FigShapeFactor* sfactors = nullptr;  ///< owned
+    FigShapeFactor* sfactors = nullptr; ///< owned
 
     FigObject* clone() override;
     void draw(CFigContext* ctx) override;
@@ -185,8 +185,8 @@ class FigEllipse : public FigObject {
 public:
     FigEllipse() { type = O_ELLIPSE; }
 
-    float angle = 0;    ///< radians, in [0, 2 pi)
-    int direction = 0;  ///< written as it was read
+    float angle = 0;   ///< radians, in [0, 2 pi)
+    int direction = 0; ///< written as it was read
     FigPoint center;
     FigPoint radiuses;
     FigPoint start;
@@ -196,7 +196,7 @@ public:
     void draw(CFigContext* ctx) override;
     void getBounds(CFigContext* ctx, int* xmin, int* ymin, int* xmax, int* ymax,
                    bool includeDescent, bool exact) override;
-    double getF1x();  ///< right focus
+    double getF1x(); ///< right focus
     double getF1y();
 };
 
@@ -205,10 +205,10 @@ public:
     FigArc() { type = O_ARC; }
 
     int cap_style = 0;
-    int direction = 0;  ///< 0 clockwise, 1 counter-clockwise
+    int direction = 0; ///< 0 clockwise, 1 counter-clockwise
     float center_x = 0;
     float center_y = 0;
-    FigPoint point[3];  ///< start, middle, end
+    FigPoint point[3]; ///< start, middle, end
 
     FigObject* clone() override;
     void draw(CFigContext* ctx) override;
@@ -219,9 +219,9 @@ public:
 /// Rendered TeX images of a text, one hash per colour treatment, keyed by round2(ppiX).
 class FigTextHandling {
 public:
-    QHash<int, QPixmap*> imagesNormal;  ///< paint mode 3; owned, as the other two
-    QHash<int, QPixmap*> imagesDimmed;  ///< paint mode 10
-    QHash<int, QPixmap*> imagesGrayed;  ///< paint mode 11
+    QHash<int, QPixmap*> imagesNormal; ///< paint mode 3; owned, as the other two
+    QHash<int, QPixmap*> imagesDimmed; ///< paint mode 10
+    QHash<int, QPixmap*> imagesGrayed; ///< paint mode 11
     bool texCallFailed = false;
 
     FigTextHandling() = default;
@@ -245,10 +245,10 @@ public:
     int descent = 0; ///< pixels, measured
     int x = 0;
     int y = 0;
-    QString cstring; ///< without escapes
-    int fontHeight = 0;     ///< pixels, measured
-    int paddedLength = 0;   ///< figure units, measured
-    float metricsZoom = 0;  ///< zoom at which the metrics were taken
+    QString cstring;       ///< without escapes
+    int fontHeight = 0;    ///< pixels, measured
+    int paddedLength = 0;  ///< figure units, measured
+    float metricsZoom = 0; ///< zoom at which the metrics were taken
 
     FigObject* clone() override;
     void draw(CFigContext* ctx) override;
@@ -263,8 +263,8 @@ public:
 
     FigPoint nwcorner;
     FigPoint secorner;
-    FigCompound* parent = nullptr;  ///< enclosing compound while one is open; not owned
-    QLinkedList<FigObject*>* objects;  ///< never null; owned with what it holds
+    FigCompound* parent = nullptr;    ///< enclosing compound while one is open; not owned
+    QLinkedList<FigObject*>* objects; ///< never null; owned with what it holds
 
     FigObject* clone() override;
     void draw(CFigContext* ctx) override;
@@ -279,11 +279,11 @@ public:
     FigDrawing() = default;
     FigDrawing(const FigDrawing&) = delete;
     FigDrawing& operator=(const FigDrawing&) = delete;
-    virtual ~FigDrawing();  ///< deletes all objects
+    virtual ~FigDrawing(); ///< deletes all objects
 
     int resolution = 1200;
     int coord_system = 0;
-    QLinkedList<FigObject*> objects;  ///< owned with what it holds
+    QLinkedList<FigObject*> objects; ///< owned with what it holds
     FigPoint nwcorner;
     FigPoint secorner;
     QString comments;

@@ -15,8 +15,8 @@ using FigObjectList = QLinkedList<FigObject*>;
 
 void setIgnoreFlag(FigObject* object);
 void clearIgnoreFlag(FigObject* object);
-void setMarkedFlag(FigObject* object);    ///< marked becomes 1
-void clearMarkedFlag(FigObject* object);  ///< marked becomes 0
+void setMarkedFlag(FigObject* object);   ///< marked becomes 1
+void clearMarkedFlag(FigObject* object); ///< marked becomes 0
 void setTaggedFlag(FigObject* object);
 void clearTaggedFlag(FigObject* object);
 void copyTaggedFlagToIgnoreFlag(FigObject* object);
@@ -60,8 +60,8 @@ void translate_object_list(FigObjectList* list, int dx, int dy);
 void applyFunction(FigObjectList* list, void (*function)(FigObject*));
 void applyFunction(FigObjectList* list, void (*function)(FigObject*, bool), bool argument);
 void applyFunction(FigObjectList* list, void (*function)(FigObject*, int, int), int a, int b);
-void set_tags(FigObjectList* list, bool tagged);           ///< recursive
-void set_marked(FigCompound* compound, int marked);        ///< direct members
+void set_tags(FigObjectList* list, bool tagged);    ///< recursive
+void set_marked(FigCompound* compound, int marked); ///< direct members
 bool isAnotherObjectTagged(FigObjectList* list, FigObject* object);
 bool moreThanOneTaggedObject(FigObjectList* list);
 bool isAllObjectsOfSameType(FigObjectList* list);

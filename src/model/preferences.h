@@ -7,23 +7,23 @@
 
 struct OtherPreferencesData {
     bool showCommentsAsTooltips = true;
-    int commentToolTipDelay = 1000;  ///< milliseconds
+    int commentToolTipDelay = 1000; ///< milliseconds
     int widgetStyle = 1;
-    int coordUnit = 0;  ///< unit of typed coordinates: 0 cm, 1 inch, 2 display pixel, 3 figure unit
+    int coordUnit = 0; ///< unit of typed coordinates: 0 cm, 1 inch, 2 display pixel, 3 figure unit
     bool antialiasing = true;
     int reserved = 0;
     QString pdfViewerPath = QStringLiteral("evince \"FILENAME\"");
     QString psViewerPath = QStringLiteral("evince \"FILENAME\"");
-    int compoundEditViewMode = 10;  ///< paint mode of what is outside an open compound; 3 no change
-    bool useDefaultGs = true;       ///< for the run only, never stored
-    QString gsPath;                 ///< for the run only, never stored
-    QString gsCommand;              ///< set to "gs" when the settings are read
+    int compoundEditViewMode = 10; ///< paint mode of what is outside an open compound; 3 no change
+    bool useDefaultGs = true;      ///< for the run only, never stored
+    QString gsPath;                ///< for the run only, never stored
+    QString gsCommand;             ///< set to "gs" when the settings are read
 };
 
 struct EpsViewPreferencesData {
     bool generatePreview = true;
     QString previewFileType = QStringLiteral("png256");
-    int previewResolution = 96;  ///< dots per inch
+    int previewResolution = 96; ///< dots per inch
 };
 
 struct TexViewPreferencesData {
@@ -41,7 +41,7 @@ struct TexViewPreferencesData {
 };
 
 struct EnvironmentPreferencesData {
-    QString defaultAdditionalPath;  ///< empty, never stored
+    QString defaultAdditionalPath; ///< empty, never stored
     QString additionalPath;
     QString fileEncoding = QStringLiteral("ISO 8859-1");
 };
@@ -49,8 +49,8 @@ struct EnvironmentPreferencesData {
 struct GridPreferences {
     bool gridOn = false;
     int gridIndex = 2;
-    int magnetMode = 4;  ///< 0 to 4, subdivision of the snap step
-    int snapMode = 0;    ///< 1 grid, 2 vertex, or both
+    int magnetMode = 4; ///< 0 to 4, subdivision of the snap step
+    int snapMode = 0;   ///< 1 grid, 2 vertex, or both
     bool snapUsingLineWidth = false;
     bool metric = true;
     QColor backgroundColour = QColor(0xff, 0xff, 0xff);
@@ -58,7 +58,7 @@ struct GridPreferences {
     bool horzRuler = true;
     bool vertRuler = true;
     bool fontBase72dpi = true;
-    int dpiAtZoom100 = 0;  ///< 0 "FIG dpi" (80), 1 "screen dpi", 2 "font dpi" (72)
+    int dpiAtZoom100 = 0; ///< 0 "FIG dpi" (80), 1 "screen dpi", 2 "font dpi" (72)
 };
 
 struct ExportPreferences {

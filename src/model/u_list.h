@@ -12,14 +12,14 @@ FigPoint* append_point_to_last(int x, int y, FigPoint* first);
 FigPoint* insert_point(int x, int y, FigPoint* after);
 int num_points(FigPoint* first);
 FigPoint* last_point(FigPoint* first);
-FigPoint* prev_point(FigPoint* first, FigPoint* point);  ///< null for the first and for strangers
+FigPoint* prev_point(FigPoint* first, FigPoint* point); ///< null for the first and for strangers
 FigPoint* search_line_point(FigLine* line, int x, int y);
 FigPoint* search_spline_point(FigSpline* spline, int x, int y);
 /// Puts a new first point with shape factor s before the others.
 bool first_spline_point(int x, int y, double s, FigSpline* spline);
 /// Deep copy. withLinks copies the links with srcPoint set anew; targets are not remapped.
 FigPoint* copy_points(FigPoint* first, bool withLinks);
-void free_points(FigPoint* first);  ///< with their links
+void free_points(FigPoint* first); ///< with their links
 /// Reverses the coordinates in place; nodes and links stay where they are.
 void reverse_points(FigPoint* first);
 

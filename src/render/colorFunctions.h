@@ -12,9 +12,15 @@ constexpr int NUM_STD_COLORS = 32;
 constexpr int NUM_SHADES = 41;
 constexpr int NUM_PATTERNS = 22;
 
-struct _RGB { unsigned short red, green, blue; };      // 0 to 255
-struct _HSV { float hue, saturation, value; };         // 0 to 1
-struct _HSL { float hue, saturation, lightness; };     // 0 to 1
+struct _RGB {
+    unsigned short red, green, blue;
+}; // 0 to 255
+struct _HSV {
+    float hue, saturation, value;
+}; // 0 to 1
+struct _HSL {
+    float hue, saturation, lightness;
+}; // 0 to 1
 
 struct ColorName {
     const char* name;

@@ -29,8 +29,8 @@ constexpr long MAX_LIST_POINTS = 100000;
 /// Device points of the object being drawn. Overwritten by drawing, bounds and searches alike.
 extern QPoint polygon_points[MAX_LIST_POINTS];
 extern long npoints;
-extern int lastlistpx, lastlistpy;  ///< last point added, -1 after init_pointlist
-extern bool draw_parent_gray;       ///< never written, always false
+extern int lastlistpx, lastlistpy; ///< last point added, -1 after init_pointlist
+extern bool draw_parent_gray;      ///< never written, always false
 
 // --- the point list ----------------------------------------------------------
 

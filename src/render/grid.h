@@ -9,12 +9,12 @@ class CFigContext;
 
 struct GridDefinition {
     QString name;
-    QString statusTip;  ///< %1 stands for the unit word
+    QString statusTip; ///< %1 stands for the unit word
     QColor color;
-    int penStyle;       ///< Qt::PenStyle
-    QString icon;       ///< resource path
-    float stepSize;     ///< centimetres or inches, as the document's metric flag says
-    double stepMetric, stepImperial;  ///< the step in figure units
+    int penStyle;                    ///< Qt::PenStyle
+    QString icon;                    ///< resource path
+    float stepSize;                  ///< centimetres or inches, as the document's metric flag says
+    double stepMetric, stepImperial; ///< the step in figure units
     double halfMetric, halfImperial;
 };
 

@@ -22,12 +22,16 @@ struct ArrowShape {
     bool simplefill;
     bool clip;
     bool half;
-    double tipmv;  ///< how far a sharp tip moves out; 0 and -1 are special
-    struct { double x, y; } points[6];
-    struct { double x, y; } fillpoints[6];
+    double tipmv; ///< how far a sharp tip moves out; 0 and -1 are special
+    struct {
+        double x, y;
+    } points[6];
+    struct {
+        double x, y;
+    } fillpoints[6];
 };
 constexpr int NUM_ARROW_SHAPES = 30;
-extern const ArrowShape arrow_shapes[NUM_ARROW_SHAPES];  ///< index 2 * type + style
+extern const ArrowShape arrow_shapes[NUM_ARROW_SHAPES]; ///< index 2 * type + style
 
 /// Heads at both ends of an outline of `npoints` device points. Fewer than two points, arcs
 /// excepted, give no heads.

@@ -30,8 +30,8 @@ bool compute_closed_spline(CFigContext* ctx, FigSpline* spline, float precision,
 
 /// Midpoint walk along an ellipse around (xoff, yoff), from (xstart, ystart) to near (xend, yend),
 /// both relative to the centre with y up; adds to the point list.
-void curve(CFigContext* ctx, int xstart, int ystart, int xend, int yend, bool closed,
-           int direction, int a, int b, int xoff, int yoff, bool scaled);
+void curve(CFigContext* ctx, int xstart, int ystart, int xend, int yend, bool closed, int direction,
+           int a, int b, int xoff, int yoff, bool scaled);
 
 /// Whether the arc-box is drawn with rounded corners at the present zoom.
 bool isRoundedArcbox(CFigContext* ctx, FigLine* line);

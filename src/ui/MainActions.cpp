@@ -88,6 +88,11 @@ MainActions::MainActions(QWidget* window)
         actions.append(makeAction(row, window));
 }
 
+void MainActions::setAvailable(MainAction action, bool available) const
+{
+    actions[action]->setEnabled(available && actionTable[action].slot);
+}
+
 void MainActions::fill(QWidget* bar, std::initializer_list<MainAction> entries) const
 {
     for (const MainAction entry : entries)

@@ -68,6 +68,8 @@ public:
     explicit MainActions(QWidget* window);
 
     QAction* operator[](MainAction action) const { return actions[action]; }
+    /// Enables or disables an action. One without a slot stays disabled.
+    void setAvailable(MainAction action, bool available) const;
     /// Appends to a menu or a tool bar.
     void fill(QWidget* bar, std::initializer_list<MainAction> entries) const;
 

@@ -1,11 +1,13 @@
 #include "ui/QTMainFrm.h"
 
+#include "edit/command.h"
 #include "model/FigContext.h"
 #include "model/preferences.h"
 #include "model/shell.h"
 #include "render/grid.h"
 #include "ui/AboutDlg.h"
 #include "ui/ConsoleDock.h"
+#include "ui/ContextPanel.h"
 #include "ui/QTChildFrm.h"
 #include "ui/ToolRow.h"
 #include "ui/WindowMenu.h"
@@ -35,6 +37,9 @@ QTMainFrm::QTMainFrm()
     createStatusBar();
     readSettings();
     newFile()->showMaximized();
+    setCompoundButtonsState(false, false, false, false);
+    setConvertLineSplineButtonState(false);
+    setAlignButtonsState(false);
 }
 
 QTMainFrm::~QTMainFrm()
@@ -201,6 +206,47 @@ void QTMainFrm::setSnapModeMagnet(bool on)
 void QTMainFrm::setSnapModeVertex(bool on)
 {
     setSnapBit(SNAP_VERTEX, on, "Snap points to vertex");
+}
+
+// --- attribute panels and what the document allows ---------------------------
+
+void QTMainFrm::showContextDialog(int command)
+{
+    contextPanel->showCommand(command < 0 ? cur_command : command);
+}
+
+void QTMainFrm::showAttributesBar(CFigContext* context, FigObject* object)
+{
+    if (!context && !getFigContext())
+        return;
+    contextPanel->showObject(object);
+    fireCommentChanged(object && !object->comments.isEmpty());
+}
+
+void QTMainFrm::fireCommentChanged(bool hasComment)
+{
+    emit commentChanged(hasComment);
+}
+
+void QTMainFrm::setCompoundButtonsState(bool btCreate, bool btBreak, bool btOpen, bool btClose)
+{
+    actions->setAvailable(ACT_COMPOUND_CREATE, btCreate);
+    actions->setAvailable(ACT_COMPOUND_BREAK, btBreak);
+    actions->setAvailable(ACT_COMPOUND_OPEN, btOpen);
+    actions->setAvailable(ACT_COMPOUND_CLOSE, btClose);
+}
+
+void QTMainFrm::setConvertLineSplineButtonState(bool enabled)
+{
+    actions->setAvailable(ACT_CONVERT, enabled);
+}
+
+void QTMainFrm::setAlignButtonsState(bool enabled)
+{
+    for (const MainAction action :
+         {ACT_ALIGN_LEFT, ACT_ALIGN_TOP, ACT_ALIGN_RIGHT, ACT_ALIGN_BOTTOM, ACT_ALIGN_CENTER_H,
+          ACT_ALIGN_CENTER_V, ACT_ALIGN_CENTER_HV})
+        actions->setAvailable(action, enabled);
 }
 
 // --- console and help -------------------------------------------------------

@@ -11,6 +11,10 @@
 
 class CFigContext;
 class ConsoleDock;
+class ContextPanel;
+class CoordsToolbar;
+class FigObject;
+class QDockWidget;
 class QMdiSubWindow;
 class QTChildFrm;
 class QTextDocument;
@@ -50,6 +54,16 @@ public:
     void redisplayCanvas();
     QTextDocument* logDocument() const; ///< what the console shows
 
+    /// Shows the attribute panel of a command; a negative number means the command in force.
+    void showContextDialog(int command);
+    /// Shows the attribute panel of an object, or the empty one for null, and tells whether the
+    /// object has a comment. A null context means the active document; nothing without one.
+    void showAttributesBar(CFigContext* context, FigObject* object);
+    void fireCommentChanged(bool hasComment);
+
+signals:
+    void commentChanged(bool hasComment);
+
 public slots:
     QTChildFrm* newFile(); ///< a new empty document, shown
     void open();
@@ -84,6 +98,11 @@ public slots:
     void setSnapModeMagnet(bool on);
     void setSnapModeVertex(bool on);
 
+    // What the active document allows.
+    void setCompoundButtonsState(bool btCreate, bool btBreak, bool btOpen, bool btClose);
+    void setConvertLineSplineButtonState(bool enabled);
+    void setAlignButtonsState(bool enabled);
+
 protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -92,6 +111,8 @@ protected:
 
 private:
     void setupUi();
+    QDockWidget* addPanel(const QString& title, const QString& name, Qt::DockWidgetArea area);
+    void createPanels();
     void createToolbars();
     void createMenus();
     void createStatusBar();
@@ -111,6 +132,9 @@ private:
     RecentFiles* recentFiles;
     ToolRow* toolRow;
     ConsoleDock* console;
+    ContextPanel* contextPanel;
+    CoordsToolbar* coordsToolbar;
+    QDockWidget* coordinatesDock;
     WindowMenu* windowMenu;
     QString lastDirectory; ///< of the open dialog
 };

@@ -1,5 +1,6 @@
 // The document side of the main window: opening, saving, closing and finding documents.
 #include "model/FigContext.h"
+#include "ui/CoordsToolbar.h"
 #include "ui/QTChildFrm.h"
 #include "ui/QTMainFrm.h"
 #include "ui/RecentFiles.h"
@@ -46,6 +47,12 @@ QTChildFrm* QTMainFrm::createMdiChild()
 {
     auto* child = new QTChildFrm(this);
     mdiArea->addSubWindow(child);
+    connect(child, &QTChildFrm::compoundButtonsStateChanged, this,
+            &QTMainFrm::setCompoundButtonsState);
+    connect(child, &QTChildFrm::convertLineSplineButtonStateChanged, this,
+            &QTMainFrm::setConvertLineSplineButtonState);
+    connect(child, &QTChildFrm::alignButtonsStateChanged, this, &QTMainFrm::setAlignButtonsState);
+    connect(child, &QTChildFrm::coordsChanged, coordsToolbar, &CoordsToolbar::showCoords);
     return child;
 }
 

@@ -1,5 +1,7 @@
 // What the main window is made of: its panels, tool bars and menus.
 #include "ui/ConsoleDock.h"
+#include "ui/ContextPanel.h"
+#include "ui/CoordsToolbar.h"
 #include "ui/QTMainFrm.h"
 #include "ui/RecentFiles.h"
 #include "ui/ToolRow.h"
@@ -45,8 +47,36 @@ void QTMainFrm::setupUi()
     addDockWidget(Qt::BottomDockWidgetArea, console);
     console->hide();
     connect(console->clearLog, &QPushButton::clicked, this, &QTMainFrm::onClearLog);
+    createPanels();
     recentFiles = new RecentFiles(this);
     actions = std::make_unique<MainActions>(this);
+}
+
+/// A panel that cannot be opened, as long as there is nothing to see in it.
+QDockWidget* QTMainFrm::addPanel(const QString& title, const QString& name, Qt::DockWidgetArea area)
+{
+    auto* dock = new QDockWidget(title, this);
+    dock->setObjectName(name);
+    addDockWidget(area, dock);
+    dock->hide();
+    dock->toggleViewAction()->setEnabled(false);
+    return dock;
+}
+
+void QTMainFrm::createPanels()
+{
+    addPanel(tr("Shapes"), "shapesDock", Qt::LeftDockWidgetArea);
+    addPanel(tr("Object manipulation"), "objectManipulationDock", Qt::LeftDockWidgetArea);
+    contextPanel = new ContextPanel(this);
+    addPanel(tr("Object properties"), "objectPropertiesDock", Qt::RightDockWidgetArea)
+        ->setWidget(contextPanel);
+    addPanel(tr("Layers"), "layersDock", Qt::RightDockWidgetArea);
+    coordsToolbar = new CoordsToolbar(this);
+    coordinatesDock = addPanel(tr("Coordinates"), "coordinatesDock", Qt::BottomDockWidgetArea);
+    coordinatesDock->setWidget(coordsToolbar);
+    coordinatesDock->toggleViewAction()->setEnabled(true);
+    coordinatesDock->show();
+    splitDockWidget(console, coordinatesDock, Qt::Vertical);
 }
 
 void QTMainFrm::addToolbar(const QString& title, std::initializer_list<MainAction> entries)
@@ -67,7 +97,7 @@ void QTMainFrm::createToolbars()
     connect(toolRow, &ToolRow::gridChosen, this, [this](int index) { setGrid(index, nullptr); });
     addToolbar(tr("Align"),
                {ACT_ALIGN_LEFT, ACT_ALIGN_CENTER_H, ACT_ALIGN_RIGHT, SEPARATOR, ACT_ALIGN_TOP,
-                ACT_ALIGN_CENTER_V, ACT_ALIGN_BOTTOM, SEPARATOR, ACT_ALIGN_CENTER_HV});
+                ACT_ALIGN_CENTER_V, ACT_ALIGN_BOTTOM, ACT_ALIGN_CENTER_HV});
     addToolbar(tr("Compound"),
                {ACT_COMPOUND_CREATE, ACT_COMPOUND_BREAK, ACT_COMPOUND_OPEN, ACT_COMPOUND_CLOSE});
     for (QToolBar* bar : findChildren<QToolBar*>())
@@ -100,8 +130,11 @@ void QTMainFrm::createMenus()
                    ACT_ALIGN_CENTER_H, ACT_ALIGN_CENTER_V, ACT_ALIGN_CENTER_HV});
     actions->fill(edit->addMenu(tr("Compound")),
                   {ACT_COMPOUND_CREATE, ACT_COMPOUND_BREAK, ACT_COMPOUND_OPEN, ACT_COMPOUND_CLOSE});
-    addMenu(tr("View"), {ACT_ZOOM_IN, ACT_ZOOM_OUT, ACT_ZOOM_SELECTION, ACT_ZOOM_SELECTION_REVERT,
-                         SEPARATOR, ACT_CONSOLE, ACT_PALETTE, ACT_LAYERS, ACT_LIBRARY});
+    QMenu* view = addMenu(tr("View"), {ACT_ZOOM_IN, ACT_ZOOM_OUT, ACT_ZOOM_SELECTION,
+                                       ACT_ZOOM_SELECTION_REVERT, SEPARATOR, ACT_CONSOLE,
+                                       ACT_PALETTE, ACT_LAYERS, ACT_LIBRARY, SEPARATOR});
+    view->addAction(coordinatesDock->toggleViewAction());
+    view->addAction(console->toggleViewAction());
     addMenu(tr("Script"), {ACT_REFRESH_SCRIPTS});
     addMenu(tr("Preferences"), {ACT_PREFERENCES, ACT_METRICS});
     windowMenu = new WindowMenu(mdiArea, this);

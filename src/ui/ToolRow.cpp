@@ -58,7 +58,6 @@ constexpr int SNAP_VERTEX = 2;
 ToolRow::ToolRow(QWidget* window) : QToolBar(tr("Tools"), window)
 {
     createConstraintButton(window);
-    addSeparator();
     createZoomBox(window);
     addSeparator();
     createGridButton();

@@ -57,8 +57,7 @@ private slots:
     void drawingToolsAndSelectionGoWithoutAntialiasing()
     {
         for (int command = -5; command <= 100; ++command)
-            QCOMPARE(useAntialiasing(command),
-                     !drawingCommands.contains(command) && command != 67);
+            QCOMPARE(useAntialiasing(command), !drawingCommands.contains(command) && command != 67);
     }
 
     void smartLinksAriseFromPointMovesAlone()

@@ -8,17 +8,17 @@
 class CFigContext;
 
 struct RecordingShell {
-    QStringList messages;  ///< status lines in the order in which they were posted
-    QStringList boxes;     ///< "title: text" of each message box and question
+    QStringList messages; ///< status lines in the order in which they were posted
+    QStringList boxes;    ///< "title: text" of each message box and question
     QStringList logLines;
-    bool answer = false;   ///< given to the next questions
+    bool answer = false; ///< given to the next questions
     CFigContext* activeContext = nullptr;
     int layerPanelUpdates = 0;
     int viewportWidth = 0;
     int viewportHeight = 0;
     float dpiX = 80.0f;
     float dpiY = 80.0f;
-    QStringList redraws;  ///< "canvas" or "depth N", in the order in which they were asked for
+    QStringList redraws; ///< "canvas" or "depth N", in the order in which they were asked for
 
     void clear();
 };

@@ -1,0 +1,105 @@
+#include "ui/ContextPanel.h"
+
+#include "model/FigObjects.h"
+
+// clang-format off
+const int commandPanelIndex[NUM_PANEL_COMMANDS] = {
+     5,  5,  5,  5,  1,  8,  3,  7, 13, 12, // 1 to 10
+    11, 12, 11,  6, 10,  9,  6,  6,  6,  6,
+     6,  6,  6,  6,  6,  6,  6,  6,  6,  6, // 21 to 30
+     6,  6,  6,  6,  6,  6,  6,  6,  6,  6,
+     6,  6,  6,  2,  6,  6, 16,  6,  6,  6, // 41 to 50
+     6,  6,  6,  6,  6,  6,  6, 14, 14,  6,
+     6,  6,  6,  6,  6,  6,  6,  6,  6,  6, // 61 to 70
+     6,  6, 15, 15,
+};
+// clang-format on
+
+namespace {
+
+struct PageRow {
+    const char* objectName;
+    const char* accessibleName;
+};
+
+/// Index is the ContextPage.
+const PageRow pageTable[NUM_CONTEXT_PAGES] = {
+    {"firstEmptyAttrsToolbar", "No attributes"},
+    {"arcAttrsToolbar", "Arc attributes"},
+    {"arrowAttrsToolbar", "Arrow attributes"},
+    {"boxAttrsToolbar", "Box attributes"},
+    {"compoundAttrsToolbar", "Compound attributes"},
+    {"ellipseAttrsToolbar", "Ellipse attributes"},
+    {"emptyAttrsToolbar", "No attributes"},
+    {"polygonAttrsToolbar", "Polygon attributes"},
+    {"polylineAttrsToolbar", "Polyline attributes"},
+    {"picAttrsToolbar", "Picture attributes"},
+    {"regpolyAttrsToolbar", "Regular polygon attributes"},
+    {"closedSplineAttrsToolbar", "Closed spline attributes"},
+    {"openSplineAttrsToolbar", "Open spline attributes"},
+    {"textAttrsToolbar", "Text attributes"},
+    {"rotateAttrsToolbar", "Rotation attributes"},
+    {"tangnormAttrsToolbar", "Tangent and normal attributes"},
+    {"updateAttrsToolbar", "Attributes to update"},
+};
+
+constexpr int KEEP_PAGE = -1;
+
+/// Index is the sub-type.
+constexpr int linePages[] = {KEEP_PAGE,    PAGE_POLYLINE, PAGE_BOX,
+                             PAGE_POLYGON, PAGE_BOX,      PAGE_PICTURE};
+constexpr int splinePages[] = {PAGE_OPEN_SPLINE,   PAGE_CLOSED_SPLINE, PAGE_OPEN_SPLINE,
+                               PAGE_CLOSED_SPLINE, PAGE_OPEN_SPLINE,   PAGE_CLOSED_SPLINE};
+
+template <std::size_t count> int pageOfSubType(const int (&pages)[count], int subType)
+{
+    return subType >= 0 && subType < static_cast<int>(count) ? pages[subType] : KEEP_PAGE;
+}
+
+int pageOf(const FigObject* object)
+{
+    switch (object->type) {
+    case O_ELLIPSE:
+        return PAGE_ELLIPSE;
+    case O_POLYLINE:
+        return pageOfSubType(linePages, object->sub_type);
+    case O_SPLINE:
+        return pageOfSubType(splinePages, object->sub_type);
+    case O_TEXT:
+        return PAGE_TEXT;
+    case O_ARC:
+        return PAGE_ARC;
+    case O_COMPOUND:
+        return PAGE_COMPOUND;
+    default:
+        return KEEP_PAGE;
+    }
+}
+
+} // namespace
+
+ContextPanel::ContextPanel(QWidget* parent) : QStackedWidget(parent)
+{
+    setObjectName("contextPanel");
+    setAccessibleName(tr("Object properties"));
+    for (const PageRow& row : pageTable) {
+        auto* page = new QWidget;
+        page->setObjectName(row.objectName);
+        page->setAccessibleName(tr(row.accessibleName));
+        addWidget(page);
+    }
+    setCurrentIndex(PAGE_EMPTY);
+}
+
+void ContextPanel::showCommand(int command)
+{
+    const bool known = command >= 1 && command <= NUM_PANEL_COMMANDS;
+    setCurrentIndex(known ? commandPanelIndex[command - 1] : PAGE_EMPTY);
+}
+
+void ContextPanel::showObject(const FigObject* object)
+{
+    const int page = object ? pageOf(object) : PAGE_EMPTY;
+    if (page != KEEP_PAGE)
+        setCurrentIndex(page);
+}
