@@ -248,8 +248,9 @@ void pw_text(CFigContext* ctx, int x, int y, int mode, FigText* text)
     const QPoint start = startOfText(text);
     painter->translate(pixelX(ctx, saturatedInt(static_cast<long long>(x) + start.x())),
                        pixelY(ctx, saturatedInt(static_cast<long long>(y) + start.y())));
-    // Whole degrees.
-    painter->rotate(round2(-text->angle * 180.0 / M_PI));
+    // Whole degrees. A painter that is turned by nothing sets up its matrix all the same.
+    if (const int degrees = round2(-text->angle * 180.0 / M_PI))
+        painter->rotate(degrees);
     if (showsText(mode)) {
         painter->setFont(fontForText(text, pixelSize));
         painter->setPen(getQColor(&ctx->userColorShades, text->color, mode, true));

@@ -25,9 +25,15 @@ bool hasHeads(const FigObject* object)
     return object->forward_arrow || object->backward_arrow;
 }
 
-bool seesClip(const FigObject* object)
+/// Under thinner lines nothing is cut away for the heads.
+bool changesClip(CFigContext* ctx, const FigObject* object)
 {
-    return hasHeads(object) ||
+    return hasHeads(object) && getThickness(ctx, object->thickness, ctx->zoom) >= 2;
+}
+
+bool seesClip(CFigContext* ctx, const FigObject* object)
+{
+    return changesClip(ctx, object) ||
            (object->type == O_ELLIPSE && static_cast<const FigEllipse*>(object)->angle != 0.0f);
 }
 
@@ -80,7 +86,7 @@ public:
             FigObject* object = objects[i];
             if (!m_clip)
                 object->draw(m_ctx);
-            else if (!hasHeads(object) || matters(object))
+            else if (!changesClip(m_ctx, object) || matters(object))
                 m_clip->draw(m_ctx, object);
         }
     }
@@ -103,8 +109,7 @@ private:
     {
         return !m_area ||
                mayTouchBox(m_ctx, object, m_area->x1, m_area->y1, m_area->x2, m_area->y2) ||
-               (m_clip && m_clip->isAlone() && hasHeads(object) &&
-                getThickness(m_ctx, object->thickness, m_ctx->zoom) >= 2);
+               (m_clip && m_clip->isAlone() && changesClip(m_ctx, object));
     }
 
     std::vector<FigObject*> sorted() const
@@ -181,7 +186,7 @@ WholeClip::~WholeClip()
 
 void WholeClip::draw(CFigContext* ctx, FigObject* object)
 {
-    const bool without = m_isOurs && seesClip(object);
+    const bool without = m_isOurs && seesClip(ctx, object);
     if (without)
         set(Qt::NoClip);
     object->draw(ctx);

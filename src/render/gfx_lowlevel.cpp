@@ -286,7 +286,9 @@ void pw_ellipse(CFigContext* ctx, FigEllipse* ellipse, int mode)
         return;
     QPainter* painter = ctx->painter;
     painter->translate(pixelX(ctx, ellipse->center.x), pixelY(ctx, ellipse->center.y));
-    painter->rotate(round2(-ellipse->angle * 180.0 / M_PI)); // whole degrees on screen
+    // Whole degrees on screen. Turning by nothing would set up the matrix once more.
+    if (const int degrees = round2(-ellipse->angle * 180.0 / M_PI))
+        painter->rotate(degrees);
     const QRect rect = centredRect(ctx, ellipse);
     if (ellipse->fill_style != NO_FILL)
         fillEllipseRect(ctx, ellipse, mode, rect);

@@ -6,16 +6,6 @@
 #include <algorithm>
 #include <cmath>
 
-int round2(double value)
-{
-    // The range test fails for NaN as well.
-    if (!(value > INT_MIN && value < INT_MAX))
-        return truncateToInt(value);
-    const int whole = static_cast<int>(value);
-    const double fraction = value - whole;
-    return whole + static_cast<int>(fraction >= 0.5) - static_cast<int>(fraction <= -0.5);
-}
-
 int truncateToInt(double value)
 {
     if (value >= INT_MAX)

@@ -10,10 +10,19 @@
 class FigEllipse;
 class FigLine;
 
-/// Rounding of all geometry: half away from zero. NaN gives 0, values out of range saturate.
-int round2(double value);
-/// Truncation toward zero, with the same answers to NaN and values out of range.
+/// Truncation toward zero. NaN gives 0, values out of range saturate.
 int truncateToInt(double value);
+/// Rounding of all geometry: half away from zero, with the same answers to odd values. Called for
+/// every coordinate of every outline.
+inline int round2(double value)
+{
+    // The range test fails for NaN as well.
+    if (!(value > INT_MIN && value < INT_MAX))
+        return truncateToInt(value);
+    const int whole = static_cast<int>(value);
+    const double fraction = value - whole;
+    return whole + static_cast<int>(fraction >= 0.5) - static_cast<int>(fraction <= -0.5);
+}
 /// The nearest int.
 inline int saturatedInt(long long value)
 {
