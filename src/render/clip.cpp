@@ -7,10 +7,10 @@
 
 namespace {
 
-// Regions are made line by line, so a head that a huge zoom blew up to millions of pixels would
-// take as many steps. Beyond this distance from the origin it is cut off first; what lies on a
-// device is not touched by that.
-constexpr int farAway = 50000;
+// Regions are made line by line, in time that grows with the square of their height, so a head that
+// a huge zoom blew up would keep the painter busy for half a minute. Beyond this distance from the
+// origin, more than any screen is wide, it is cut off first.
+constexpr int farAway = 10000;
 
 QRect deviceRect(const QPainter* painter)
 {

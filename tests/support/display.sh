@@ -38,13 +38,26 @@ window_named() {
     [ -n "$window" ]
 }
 
-# start_display: a server of its own, settings and data of their own.
-start_display() {
+start_server() {
+    : >"$work/display"
     Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
     server=$!
     wait_for "the display comes up" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
-    export DISPLAY QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data
+    export DISPLAY
+}
+
+# start_display: a server of its own, settings and data of their own. A server that is just going
+# down can take the socket of a new one under its number away with it; then another is started.
+start_display() {
+    start_server
+    for _ in 1 2 3; do
+        sleep 0.3
+        xdotool getdisplaygeometry >/dev/null 2>&1 && break
+        kill "$server" && wait "$server" || true
+        start_server
+    done
+    export QT_QPA_PLATFORM=xcb XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data
     export XDG_RUNTIME_DIR=$work
     # No session bus: the test leaves the user's desktop alone. Whole stacks let a sanitizer tell
     # the leaks of Qt's display plugin, which is unloaded by then, from ours.
