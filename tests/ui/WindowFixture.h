@@ -13,13 +13,39 @@
 #include "ui/application.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QMdiSubWindow>
 #include <QMouseEvent>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QWheelEvent>
 #include <QtTest>
 
 #include <memory>
+
+/// A settings store of the test's own, and the folder in which the test began.
+class TestStore {
+public:
+    void make()
+    {
+        QVERIFY(folder.isValid());
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    }
+
+    /// Before each test: nothing stored, no gesture, no preference changed.
+    void renew();
+
+    /// After each test: back in the folder of its beginning.
+    void leave() { QDir::setCurrent(startDirectory); }
+
+    QString path() const { return folder.path(); }
+
+    QString startDirectory;
+
+private:
+    QTemporaryDir folder;
+};
 
 class WindowFixture {
 public:
@@ -109,4 +135,11 @@ inline void resetProcessState()
     shift_down = false;
     ctrl_down = false;
     message_line.clear();
+}
+
+inline void TestStore::renew()
+{
+    resetProcessState();
+    QSettings("Orvalt", "Orvalt").clear();
+    startDirectory = QDir::currentPath();
 }

@@ -62,17 +62,9 @@ class TestContextPanel : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(store.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
-    }
+    void initTestCase() { store.make(); }
 
-    void init()
-    {
-        resetProcessState();
-        QSettings("Orvalt", "Orvalt").clear();
-    }
+    void init() { store.renew(); }
 
     // --- pages ------------------------------------------------------------------
 
@@ -280,7 +272,7 @@ private slots:
     }
 
 private:
-    QTemporaryDir store;
+    TestStore store;
 };
 
 QTEST_MAIN(TestContextPanel)

@@ -50,17 +50,9 @@ class TestCoordsToolbar : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(store.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
-    }
+    void initTestCase() { store.make(); }
 
-    void init()
-    {
-        resetProcessState();
-        QSettings("Orvalt", "Orvalt").clear();
-    }
+    void init() { store.renew(); }
 
     // --- texts ------------------------------------------------------------------
 
@@ -255,7 +247,7 @@ private slots:
     }
 
 private:
-    QTemporaryDir store;
+    TestStore store;
 };
 
 QTEST_MAIN(TestCoordsToolbar)

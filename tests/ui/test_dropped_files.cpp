@@ -48,19 +48,11 @@ class TestDroppedFiles : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(store.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
-    }
+    void initTestCase() { store.make(); }
 
-    void init()
-    {
-        resetProcessState();
-        startDirectory = QDir::currentPath();
-    }
+    void init() { store.renew(); }
 
-    void cleanup() { QDir::setCurrent(startDirectory); }
+    void cleanup() { store.leave(); }
 
     void severalFilesOpenEachInItsWindow()
     {
@@ -126,8 +118,7 @@ private slots:
     }
 
 private:
-    QTemporaryDir store;
-    QString startDirectory;
+    TestStore store;
 };
 
 QTEST_MAIN(TestDroppedFiles)

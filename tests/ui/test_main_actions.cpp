@@ -148,8 +148,7 @@ class TestMainActions : public QObject {
 private slots:
     void initTestCase()
     {
-        QVERIFY(store.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+        store.make();
         loadGridDefinitions();
     }
 
@@ -157,9 +156,8 @@ private slots:
 
     void init()
     {
-        resetProcessState();
+        store.renew();
         resetConstraints();
-        QSettings("Orvalt", "Orvalt").clear();
     }
 
     // --- actions ----------------------------------------------------------------
@@ -600,7 +598,7 @@ private slots:
     }
 
 private:
-    QTemporaryDir store;
+    TestStore store;
 };
 
 QTEST_MAIN(TestMainActions)

@@ -94,21 +94,11 @@ class TestMainWindow : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(store.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
-        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    }
+    void initTestCase() { store.make(); }
 
-    void init()
-    {
-        resetProcessState();
-        QSettings("Orvalt", "Orvalt").clear();
-        startDirectory = QDir::currentPath();
-    }
+    void init() { store.renew(); }
 
-    void cleanup() { QDir::setCurrent(startDirectory); }
+    void cleanup() { store.leave(); }
 
     // --- documents --------------------------------------------------------------
 
@@ -204,7 +194,7 @@ private slots:
                  QList<QTChildFrm*>{fixture.child});
         QCOMPARE(fixture.window->findChildren<QMdiSubWindow*>().size(), 1);
         QCOMPARE(fixture.window->activeMdiChild(), fixture.child);
-        QCOMPARE(QDir::currentPath(), startDirectory);
+        QCOMPARE(QDir::currentPath(), store.startDirectory);
     }
 
     void documentIsFoundByAnyNameOfItsFile()
@@ -253,7 +243,7 @@ private slots:
         WindowFixture fixture;
         openThroughDialog(fixture.window.get(), writeFigure(directory, "house.fig"));
         QCOMPARE(fixture.window->activeMdiChild()->windowTitle(), QString("house.fig[*]"));
-        QDir::setCurrent(startDirectory);
+        QDir::setCurrent(store.startDirectory);
         QString offered;
         openThroughDialog(fixture.window.get(), QString(), &offered);
         QCOMPARE(offered, directory.path());
@@ -264,7 +254,7 @@ private slots:
         QTemporaryDir directory;
         WindowFixture fixture;
         fixture.window->openFile(encoded(writeFigure(directory, "house.fig")).data());
-        QDir::setCurrent(startDirectory);
+        QDir::setCurrent(store.startDirectory);
         QString offered;
         openThroughDialog(fixture.window.get(), QString(), &offered);
         QCOMPARE(offered, directory.path());
@@ -430,8 +420,7 @@ private slots:
     }
 
 private:
-    QTemporaryDir store;
-    QString startDirectory;
+    TestStore store;
 };
 
 QTEST_MAIN(TestMainWindow)

@@ -54,21 +54,11 @@ class TestRecentFiles : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(settings.isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
-        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    }
+    void initTestCase() { settings.make(); }
 
-    void init()
-    {
-        resetProcessState();
-        QSettings("Orvalt", "Orvalt").clear();
-        startDirectory = QDir::currentPath();
-    }
+    void init() { settings.renew(); }
 
-    void cleanup() { QDir::setCurrent(startDirectory); }
+    void cleanup() { settings.leave(); }
 
     void withoutRecentFilesOnlyOneLineStandsBeforeExit()
     {
@@ -180,8 +170,7 @@ private slots:
     }
 
 private:
-    QTemporaryDir settings;
-    QString startDirectory;
+    TestStore settings;
 };
 
 QTEST_MAIN(TestRecentFiles)

@@ -59,24 +59,20 @@ class TestSaving : public QObject {
 private slots:
     void initTestCase()
     {
-        QVERIFY(store.isValid());
         qputenv("XDG_DATA_HOME", QFile::encodeName(store.path()));
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
-        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        store.make();
     }
 
     void init()
     {
-        resetProcessState();
-        QSettings("Orvalt", "Orvalt").clear();
-        startDirectory = QDir::currentPath();
+        store.renew();
         directory = std::make_unique<QTemporaryDir>();
         QVERIFY(directory->isValid());
     }
 
     void cleanup()
     {
-        QDir::setCurrent(startDirectory);
+        store.leave();
         directory.reset();
     }
 
@@ -531,8 +527,7 @@ private:
         return documents;
     }
 
-    QTemporaryDir store;
-    QString startDirectory;
+    TestStore store;
     std::unique_ptr<QTemporaryDir> directory;
 };
 
