@@ -8,7 +8,7 @@ work=$(mktemp -d)
 trap 'kill "${editor:-}" "${server:-}" 2>/dev/null || true; rm -rf "$work"' EXIT
 
 # The server picks a free display and tells its number.
-Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp -noreset 3>"$work/display" 2>"$work/xvfb.log" &
 server=$!
 for _ in $(seq 100); do
     [ -s "$work/display" ] && break

@@ -38,9 +38,11 @@ window_named() {
     [ -n "$window" ]
 }
 
+# A server that resets when its last client has gone refuses whoever comes meanwhile: none does.
 start_server() {
     : >"$work/display"
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset \
+        3>"$work/display" 2>"$work/xvfb.log" &
     server=$!
     wait_for "the display comes up" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
