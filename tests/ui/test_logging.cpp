@@ -1,4 +1,5 @@
 // The log file: where it lies, how its lines look, and the set-up of the logger.
+#include "Files.h"
 #include "StandardError.h"
 
 #include "model/shell.h"
@@ -20,19 +21,6 @@
 namespace {
 
 const char timeFormat[] = "MM/dd/yyyy hh:hh:ss";
-
-QByteArray contents(const QString& name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void writeFile(const QString& name, const QByteArray& bytes)
-{
-    QFile file(name);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
-}
 
 } // namespace
 

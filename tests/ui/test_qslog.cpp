@@ -1,4 +1,5 @@
 // The logger: levels, the shape of a message, destinations and rotation.
+#include "Files.h"
 #include "StandardError.h"
 
 #include "ui/Components/QsLog/QsLog.h"
@@ -86,19 +87,6 @@ DestinationPtr makeRotated(const QString& path, qint64 maximumSize, int oldLogs)
 {
     return DestinationFactory::MakeFileDestination(path, RotationBySize, MaxSizeBytes(maximumSize),
                                                    MaxOldLogCount(oldLogs));
-}
-
-QByteArray contents(const QString& name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void writeFile(const QString& name, const QByteArray& bytes)
-{
-    QFile file(name);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
 }
 
 #ifndef QT_NO_DEBUG
