@@ -279,7 +279,90 @@ GRID = {
                + path("M4 3h5v4h-5zM15 3h5v4h-5z", INK, WHITE)),
 }
 
+def spots(*places):
+    """The places that the user clicks."""
+    return "".join(dot(x, y, 2.5) for x, y in places)
+
+
+def ellipse(x, y, rx, ry, stroke=INK, fill=WHITE):
+    return (f'<ellipse cx="{x}" cy="{y}" rx="{rx}" ry="{ry}" fill="{fill}" stroke="{stroke}"'
+            ' stroke-width="2"/>')
+
+
+def regular_polygon(x, y, r, sides):
+    corners = [(x + r * math.cos(angle), y + r * math.sin(angle))
+               for angle in (2 * math.pi * side / sides for side in range(sides))]
+    return "M" + "L".join(f"{number(a)} {number(b)}" for a, b in corners) + "z"
+
+
+def turn(shapes, head):
+    """A box with an arc around its upper side that ends in an arrow."""
+    return box(7, 12, 10, 8, INK, SKY) + path(shapes + head, WARM)
+
+
+def badge(sign):
+    """A sign in the lower right corner."""
+    return path(sign, WARM, "none", 3)
+
+
+TOOLS = {
+    # drawing
+    "polyline": path("M4 19L9 7L15 15L20 4") + spots((4, 19), (9, 7), (15, 15), (20, 4)),
+    "polygon": (path("M4 8L14 4L20 13L14 20L6 18z", INK, WHITE)
+                + spots((4, 8), (14, 4), (20, 13), (14, 20), (6, 18))),
+    "box": box(3, 5, 18, 14) + spots((3, 5), (21, 19)),
+    "regular": (path(regular_polygon(12, 12, 9.5, 6), INK, WHITE) + spots((12, 12), (21.5, 12))),
+    "cbr": circle(12, 12, 9) + detail("M12 12h9", BLUE) + spots((12, 12), (21, 12)),
+    "cbd": circle(12, 12, 9) + detail("M3 12h18", BLUE) + spots((3, 12), (21, 12)),
+    "ebr": (ellipse(12, 12, 10, 6) + detail("M12 12h9.5M12 12v-6", BLUE)
+            + spots((12, 12), (21.5, 6))),
+    "ebd": (detail("M2.5 5.5h19v13h-19z", BLUE) + ellipse(12, 12, 9, 6)
+            + spots((2.5, 5.5), (21.5, 18.5))),
+    "spline": (detail("M3.5 19.5L8.5 4.5L15.5 19.5L20.5 4.5", GREY)
+               + path("M3.5 19.5C7 9 8.5 7.5 12 12C15.5 16.5 17 15 20.5 4.5")
+               + spots((3.5, 19.5), (8.5, 4.5), (15.5, 19.5), (20.5, 4.5))),
+    "closedSpline": (detail("M3.5 4.5h17v15h-17z", GREY)
+                     + path("M12 4.5C22 4.5 22 19.5 12 19.5C2 19.5 2 4.5 12 4.5z", INK, WHITE)
+                     + spots((3.5, 4.5), (20.5, 4.5), (20.5, 19.5), (3.5, 19.5))),
+    "intSpline": (path("M3.5 18C4.5 10 7 5 9.5 7C12 9 12 18 15 17C18 16 19 10 20.5 4.5")
+                  + spots((3.5, 18), (9.5, 7), (15, 17), (20.5, 4.5))),
+    "closedIntSpline": (path("M5 6C9 1 16 2 19 6C22 10 21 17 17 19.5C12 22 6 20 4 16"
+                             "C3 13 2.5 9 5 6z", INK, WHITE)
+                        + spots((5, 6), (19, 6), (17, 19.5), (4, 16))),
+    "arc": path("M3 16A9 9 0 0 1 21 16") + spots((3, 16), (12, 7), (21, 16)),
+    "text": path("M5 7v-3h14v3M12 4v16M9 20h6"),
+    "picture": (box(3, 4, 18, 16, INK, SKY) + area("M4 19l5-7l4 5l3-3l4 5z", GREY)
+                + dot(16, 9, 2, WARM) + path("M3 4h18v16h-18z")),
+    # manipulation
+    "select": path("M5 3l14 9l-6 1l4 6.5l-3 1.5l-3.5-6.5l-4.5 4z", INK, WHITE),
+    "copy": box(3, 3, 11, 11, GREY) + box(10, 10, 11, 11, BLUE, SKY),
+    "delete": box(4, 4, 11, 11) + path("M12 12l9 9M21 12l-9 9", WARM, "none", 3),
+    "update": (box(3, 3, 11, 11, INK, SKY) + path("M21 8l-6 6", INK, "none", 3)
+               + path("M15 13c-3 0-4 2-4 4c0 2-1 3-3 3.5c3 1.5 8 1 9.5-2c.8-2-.3-4-2.5-5.5z",
+                      WARM, PEACH)),
+    "scaleComp": (dashed_frame("M21 10v4") + box(7, 7, 4, 4)
+                  + path("M13 13l8 8M15 21h6v-6", WARM)),
+    "arrow": path("M4 20L19 5") + path("M10 4h10v10", BLUE),
+    "addPoint": (path("M3 16L10 5L20 9") + spots((3, 16), (10, 5), (20, 9))
+                 + badge("M17 14v8M13 18h8")),
+    "deletePoint": (path("M3 16L10 5L20 9") + spots((3, 16), (20, 9)) + dot(10, 5, 2.5, WARM)
+                    + badge("M13 18h8")),
+    "flipVert": (path("M5 9h14l-14-7z", INK, SKY) + detail("M2.5 12.5h3M8.5 12.5h3"
+                 "M14.5 12.5h3M20.5 12.5h1", WARM) + path("M5 16h14l-14 7z", GREY, WHITE)),
+    "flipHoriz": (path("M9 5v14l-7-14z", INK, SKY) + detail("M12.5 2.5v3M12.5 8.5v3"
+                  "M12.5 14.5v3M12.5 20.5v1", WARM) + path("M16 5v14l7-14z", GREY, WHITE)),
+    "rotateLeft": turn("M19 9A8 8 0 0 0 4 8", "M3 3v5h5"),
+    "rotateRight": turn("M5 9A8 8 0 0 1 20 8", "M21 3v5h-5"),
+    "tangent": circle(11, 14, 7) + path("M4 2L22 11", BLUE) + dot(14, 7.5, 2.5),
+    "normal": circle(9, 15, 7) + path("M10 13L20 3", BLUE) + dot(14, 10, 2.5),
+}
+
+SPEECH_BUBBLE = "M4 4h16v11h-9l-4 5v-5h-3z"
+
 DIVERSE = {
+    "comment": path(SPEECH_BUBBLE, INK, WHITE),
+    "comment_filled": (path(SPEECH_BUBBLE, INK, SKY)
+                       + path("M8 8h8M8 11h5", BLUE)),
     "play": path("M6 3l14 9l-14 9z", BLUE, SKY),
     "refresh": path("M20 5v5h-5M4 19v-5h5M19.4 9.5a8 8 0 0 0 -14.4-1.5"
                     "M4.6 14.5a8 8 0 0 0 14.4 1.5", BLUE),
@@ -293,7 +376,8 @@ APP = {
                + area("M12 44h12v12h-12zM40 28h12v12h-12z", "#ffb04a")),
 }
 
-GROUPS = {"actions": ACTIONS, "constraints": CONSTRAINTS, "grid": GRID, "diverse": DIVERSE}
+GROUPS = {"actions": ACTIONS, "tools": TOOLS, "constraints": CONSTRAINTS, "grid": GRID,
+          "diverse": DIVERSE}
 
 
 def svg(shapes, side=24):

@@ -6,6 +6,7 @@
 #include <QList>
 
 class CFigContext;
+class FigCompound;
 class FigObject;
 
 /// One undoable change. Owns an object exactly as long as that object is out of the drawing.
@@ -47,6 +48,12 @@ public:
     void removeFirstElement();
     void clearUndoList();
     void clearRedoList();
+    /// Take back or do again the last step, with the redraw of what changed. Nothing when there
+    /// is none.
+    void undo();
+    void redo();
+    int undoCount() const { return undoList.size(); }
+    int redoCount() const { return redoList.size(); }
 
 private:
     CFigContext* owner;
@@ -54,3 +61,19 @@ private:
     QList<QList<ActionItem*>*> redoList; ///< the one to redo next is last
     int limit;
 };
+
+/// Executes each in order.
+void executeActions(CFigContext* ctx, QList<ActionItem*>* actions);
+/// Appends the objects of the actions: those that are not null to the compound's members, null or
+/// not to the list.
+void getChangedObjects(QList<ActionItem*>* actions, FigCompound* target);
+void getChangedObjects(QList<ActionItem*>* actions, QLinkedList<FigObject*>* target);
+/// Compounds around the object recompute their corners, from the nearest outward.
+void recalculateParentCompound(CFigContext* ctx, FigObject* object);
+/// If list is the member list of a compound: recomputes its corners, redraws what it covers now
+/// and covered before, and returns it. Null otherwise, and for the drawing's own list.
+FigCompound* checkForUpdateCompoundArea(CFigContext* ctx, FigObject* object,
+                                        QLinkedList<FigObject*>* list);
+/// The same for the compound that encloses this one.
+FigCompound* checkForUpdateCompoundArea(CFigContext* ctx, FigCompound* compound);
+FigCompound* checkForUpdateCompoundArea(CFigContext* ctx, FigObject* object);

@@ -50,6 +50,12 @@ int cur_valign = 0;
 
 namespace {
 
+unsigned long nextDocumentNumber()
+{
+    static unsigned long number = 0;
+    return ++number;
+}
+
 constexpr int FIRST_USER_COLOR = 32;
 constexpr int MAX_USER_COLORS = 65534;
 constexpr float FIG_DPI = 80.0f;
@@ -102,7 +108,8 @@ unsigned* makeShades(const QColor& color)
 
 CFigContext::CFigContext() : CFigContext(nullptr) {}
 
-CFigContext::CFigContext(QTChildFrm* window) : chFrm(window), undoQueue(this)
+CFigContext::CFigContext(QTChildFrm* window)
+    : documentNumber(nextDocumentNumber()), chFrm(window), undoQueue(this)
 {
     setDefaults();
     setPixPerInch();
@@ -116,12 +123,28 @@ CFigContext::~CFigContext()
     freeMovedObjects(movedObjects, drawing.objects);
     undoQueue.clearUndoList();
     undoQueue.clearRedoList();
+    freeVanished();
     if (addPointActions)
         qDeleteAll(*addPointActions);
     delete addPointActions;
     delete reshapedObject;
     free_points(firstPoint);
     clearUserColors();
+}
+
+/// What an undo has brought back belongs to the drawing again.
+void CFigContext::freeVanished()
+{
+    if (vanishedCompounds.isEmpty())
+        return;
+    QSet<FigObject*> owned;
+    collectObjects(drawing.objects, &owned);
+    while (!vanishedCompounds.isEmpty()) {
+        FigCompound* compound = vanishedCompounds.takeFirst();
+        compound->vanishedIn = nullptr;
+        if (!owned.contains(compound))
+            delete compound;
+    }
 }
 
 void CFigContext::setDefaults()
@@ -177,6 +200,14 @@ void CFigContext::initMembers()
 QLinkedList<FigObject*>* CFigContext::getWorkingRoot()
 {
     return openCompoundObjects ? openCompoundObjects : &drawing.objects;
+}
+
+void CFigContext::keepVanished(FigCompound* compound)
+{
+    if (compound->vanishedIn)
+        return;
+    vanishedCompounds.append(compound);
+    compound->vanishedIn = &vanishedCompounds;
 }
 
 void CFigContext::clearObjects()

@@ -22,6 +22,9 @@ struct DepthCounts {
 constexpr int MAX_DEPTH = 999;
 constexpr int NUM_DEPTHS = MAX_DEPTH + 1;
 
+/// Where an object lies with regard to the open compound.
+enum class OpenPlace { Unknown, Inside, Outside };
+
 class CFigContext {
 public:
     CFigContext();
@@ -30,13 +33,21 @@ public:
     CFigContext& operator=(const CFigContext&) = delete;
     virtual ~CFigContext();
 
-    QString filename;  ///< native path of the last file read
-    QTChildFrm* chFrm; ///< owner, or null
+    const unsigned long documentNumber; ///< of this context in the process; no number comes twice
+    QString filename;                   ///< native path of the last file read
+    QTChildFrm* chFrm;                  ///< owner, or null
     QPainter* painter; ///< where all drawing goes; null means no drawing; not owned
     FigDrawing drawing;
     QMap<int, QColor> userColors;                 ///< key is the colour number minus 32
     QHash<int, unsigned*> userColorShades;        ///< 41 shades each; owned, made with new[]
     QLinkedList<FigObject*>* openCompoundObjects; ///< list of the open compound; not owned
+    /// Of the object that is being drawn. A redraw knows it from its way through the tree; where it
+    /// is unknown, whoever asks has to search.
+    OpenPlace drawnPlace = OpenPlace::Unknown;
+    /// Compounds that vanished because they were closed without members. Actions may still work in
+    /// their lists, or bring them back; those that are out of the drawing die with the document,
+    /// after the undo queue.
+    QLinkedList<FigCompound*> vanishedCompounds;
     bool modified;
     UndoQueue undoQueue;
     QList<ActionItem*>* addPointActions;
@@ -81,6 +92,8 @@ public:
     void initMembers();
     /// List that edits work on: that of the open compound, else the drawing's own.
     QLinkedList<FigObject*>* getWorkingRoot();
+    /// Takes a compound into vanishedCompounds. It leaves that list by itself if it is deleted.
+    void keepVanished(FigCompound* compound);
     /// Empties the drawing's list without deleting what it holds.
     void clearObjects();
     FigObject* getCurObject();
@@ -105,6 +118,7 @@ public:
 
 private:
     void setDefaults();
+    void freeVanished();
 };
 
 // Current attributes: what new objects take. Written by the panels, read by the tools.

@@ -335,6 +335,8 @@ FigCompound::FigCompound() : objects(new QLinkedList<FigObject*>)
 
 FigCompound::~FigCompound()
 {
+    if (vanishedIn)
+        vanishedIn->removeOne(this);
     deleteObjectList(objects);
     delete objects;
 }

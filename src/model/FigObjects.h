@@ -265,6 +265,8 @@ public:
     FigPoint secorner;
     FigCompound* parent = nullptr;    ///< enclosing compound while one is open; not owned
     QLinkedList<FigObject*>* objects; ///< never null; owned with what it holds
+    /// The document's list of vanished compounds while this one is in it, else null.
+    QLinkedList<FigCompound*>* vanishedIn = nullptr;
 
     FigObject* clone() override;
     void draw(CFigContext* ctx) override;

@@ -162,11 +162,10 @@ void assignNewIds(CFigContext* ctx, FigCompound* compound)
     assignNewIDs(ctx, compound->objects, nullptr);
 }
 
-FigArrow* new_arrow(CFigContext* ctx, int kind, int style, float thickness, float width,
-                    float height, int)
+FigArrow* new_arrow(CFigContext*, int kind, int style, float thickness, float width, float height,
+                    int)
 {
-    const float resolution =
-        static_cast<float>(ctx && ctx->drawing.resolution > 0 ? ctx->drawing.resolution : 1200);
+    constexpr float resolution = 1200;
     const bool knownKind = kind >= 0 && kind <= 15;
     const bool knownStyle = style == 0 || style == 1;
     const bool usableThickness = thickness > 0 && thickness <= 10 * resolution;

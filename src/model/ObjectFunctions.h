@@ -54,6 +54,9 @@ void translate_object(CFigContext* ctx, FigObject* object, int dx, int dy);
 void translate_object(FigObject* object, int dx, int dy);
 void translate_object_list(CFigContext* ctx, FigObjectList* list, int dx, int dy);
 void translate_object_list(FigObjectList* list, int dx, int dy);
+/// Corners of a compound and of those in it from their exact bounds; each object is measured once,
+/// however deep it lies.
+void update_compound_corners(CFigContext* ctx, FigCompound* compound);
 
 // --- walking and asking -----------------------------------------------------
 

@@ -116,6 +116,11 @@ Box updateCorners(CFigContext* ctx, FigCompound* compound)
 
 } // namespace
 
+void update_compound_corners(CFigContext* ctx, FigCompound* compound)
+{
+    updateCorners(ctx, compound);
+}
+
 void translate_object(CFigContext* ctx, FigObject* object, int dx, int dy)
 {
     shiftObject(object, dx, dy);

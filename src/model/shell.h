@@ -5,7 +5,10 @@
 #include <QString>
 
 class CFigContext;
+class FigEllipse;
+class FigLine;
 class FigObject;
+class QImage;
 class QTChildFrm;
 template <class T> class QLinkedList;
 
@@ -54,8 +57,40 @@ void shell_window_dpi(QTChildFrm* window, float* dpiX, float* dpiY);
 void shell_viewport_size(QTChildFrm* window, int* width, int* height);
 void shell_effective_size(QTChildFrm* window, int* width, int* height);
 
+/// What the window's canvas shows; a null image for a null window.
+QImage shell_canvas_image(QTChildFrm* window);
+
 /// Redraws the whole canvas of the window. Nothing for null.
 void shell_redisplay_canvas(QTChildFrm* window);
 
 /// Draws the objects of one depth over the canvas of the window. Nothing for null.
 void shell_redisplay_object_list(QTChildFrm* window, QLinkedList<FigObject*>* list, int depth);
+
+// --- panels and dialogs ---------------------------------------------------------------
+
+/// Chooses a command as a click on its button would.
+void shell_switch_command(int command);
+/// Shows the attribute panel of a command; a negative number means the command in force.
+void shell_show_context_dialog(int command);
+/// Takes the object's attributes over and shows its panel, or the empty one for null. A null
+/// context means the active document.
+void shell_show_attributes_bar(CFigContext* ctx, FigObject* object);
+/// Tells the panels whether the selected object has a comment.
+void shell_comment_changed(bool hasComment);
+/// Shows the measures of the ellipse in work.
+void shell_show_ellipse_coords(bool metric, FigEllipse* ellipse);
+/// Brings the buttons for compounds, conversion, alignment and the library up to date.
+void shell_update_buttons(QTChildFrm* window);
+/// The colour dialog and the panels show the document's colours anew.
+void shell_update_colors(CFigContext* ctx);
+
+/// Asks for a line of text, starting with *text. False if the user cancels. The document's painter
+/// is put down for the time of the dialog.
+bool shell_enter_text(CFigContext* ctx, QString* text);
+/// Lets the user choose the file and size of a picture; the same about the painter.
+void shell_edit_picture(CFigContext* ctx, FigLine* picture);
+
+/// Redraws the area of an object in a bracket of the document's window; without a window with the
+/// context's own painter.
+void shell_refresh_obj_area(CFigContext* ctx, FigObject* object, bool exclude);
+void shell_refresh_obj_area(CFigContext* ctx, QLinkedList<FigObject*>* list, bool exclude);

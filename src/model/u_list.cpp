@@ -230,7 +230,7 @@ int make_sfactors(FigSpline* spline)
 {
     if (!spline->points)
         return 0;
-    const bool interpolated = spline->sub_type == 2 || spline->sub_type == 3;
+    const bool interpolated = spline->sub_type > 1;
     const double inner = interpolated ? -1.0 : 1.0;
     const double atEnds = isClosed(spline) ? inner : 0.0;
 

@@ -31,7 +31,7 @@ FigShapeFactor* search_sfactor(FigSpline* spline, FigPoint* point);
 FigShapeFactor* copy_sfactors(FigShapeFactor* first);
 void free_sfactors(FigShapeFactor* first);
 void reverse_sfactors(FigShapeFactor* first);
-/// Factors that the sub-type implies: 1 approximated, -1 interpolated, 0 at open ends.
+/// Factors that the sub-type implies: 1 approximated, -1 all others, 0 at open ends.
 /// Replaces what the spline has. Returns 1, or 0 for a spline without points.
 int make_sfactors(FigSpline* spline);
 

@@ -37,9 +37,23 @@ bool seesClip(CFigContext* ctx, const FigObject* object)
            (object->type == O_ELLIPSE && static_cast<const FigEllipse*>(object)->angle != 0.0f);
 }
 
+void collectMembers(const FigObjectList* list, QSet<FigObject*>& found)
+{
+    if (!list)
+        return;
+    for (FigObject* object : *list) {
+        found.insert(object);
+        if (object && object->type == O_COMPOUND)
+            collectMembers(static_cast<FigCompound*>(object)->objects, found);
+    }
+}
+
 /// Objects lie scattered over memory; a large figure is drawn faster when the next ones are
 /// already on their way.
 constexpr size_t PREFETCH_DISTANCE = 6;
+
+/// Up to so many objects it is cheaper to search the open compound for each.
+constexpr size_t FEW_OBJECTS = 8;
 
 void prefetch(const FigObject* object)
 {
@@ -67,6 +81,7 @@ public:
 
     void collect(const FigObjectList& list)
     {
+        const PlaceOfList place(m_ctx, &list);
         for (FigObject* object : list) {
             if (object->type == O_COMPOUND) {
                 if (!object->ignore && object != m_exclude)
@@ -79,19 +94,39 @@ public:
 
     void draw() const
     {
-        const std::vector<FigObject*> objects = sorted();
+        std::vector<Drawn> objects = sorted();
+        findPlaces(&objects);
+        const OpenPlace before = m_ctx->drawnPlace;
         for (size_t i = 0; i < objects.size(); ++i) {
             if (i + PREFETCH_DISTANCE < objects.size())
-                prefetch(objects[i + PREFETCH_DISTANCE]);
-            FigObject* object = objects[i];
+                prefetch(objects[i + PREFETCH_DISTANCE].object);
+            FigObject* object = objects[i].object;
+            m_ctx->drawnPlace = objects[i].place;
             if (!m_clip)
                 object->draw(m_ctx);
             else if (!changesClip(m_ctx, object) || matters(object))
                 m_clip->draw(m_ctx, object);
         }
+        m_ctx->drawnPlace = before;
     }
 
 private:
+    struct Drawn {
+        FigObject* object;
+        OpenPlace place;
+    };
+
+    /// For the objects of a list that is not of the drawing.
+    void findPlaces(std::vector<Drawn>* objects) const
+    {
+        if (!m_ctx->openCompoundObjects || objects->size() <= FEW_OBJECTS ||
+            objects->front().place != OpenPlace::Unknown)
+            return;
+        const QSet<FigObject*> members = allMembers(m_ctx->openCompoundObjects);
+        for (Drawn& drawn : *objects)
+            drawn.place = members.contains(drawn.object) ? OpenPlace::Inside : OpenPlace::Outside;
+    }
+
     bool isReached(int depth) const { return depth >= 0 && depth <= MAX_DEPTH && m_reached[depth]; }
 
     void take(FigObject* object)
@@ -99,7 +134,7 @@ private:
         countDrawn(m_ctx, object);
         if (!isWanted(object, m_exclude) || !matters(object))
             return;
-        m_objects.push_back(object);
+        m_objects.push_back({object, m_ctx->drawnPlace});
         ++m_perDepth[object->depth];
     }
 
@@ -112,7 +147,7 @@ private:
                (m_clip && m_clip->isAlone() && changesClip(m_ctx, object));
     }
 
-    std::vector<FigObject*> sorted() const
+    std::vector<Drawn> sorted() const
     {
         size_t start[NUM_DEPTHS];
         size_t next = 0;
@@ -120,9 +155,9 @@ private:
             start[depth] = next;
             next += m_perDepth[depth];
         }
-        std::vector<FigObject*> result(m_objects.size());
-        for (FigObject* object : m_objects)
-            result[start[object->depth]++] = object;
+        std::vector<Drawn> result(m_objects.size());
+        for (const Drawn& drawn : m_objects)
+            result[start[drawn.object->depth]++] = drawn;
         return result;
     }
 
@@ -132,7 +167,7 @@ private:
     WholeClip* m_clip;
     bool m_reached[NUM_DEPTHS] = {};
     size_t m_perDepth[NUM_DEPTHS] = {};
-    std::vector<FigObject*> m_objects;
+    std::vector<Drawn> m_objects;
 };
 
 } // namespace
@@ -164,6 +199,13 @@ void countDrawn(CFigContext* ctx, const FigObject* object)
     default:
         break;
     }
+}
+
+QSet<FigObject*> allMembers(const FigObjectList* list)
+{
+    QSet<FigObject*> found;
+    collectMembers(list, found);
+    return found;
 }
 
 SeenArea::SeenArea(const CFigContext* ctx, const QRect& pixels)

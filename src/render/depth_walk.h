@@ -2,17 +2,44 @@
 // of sight, and the slow path of the raster engine.
 #pragma once
 
+#include "model/FigContext.h"
 #include "model/ObjectFunctions.h"
 
 #include <QRect>
 
-class CFigContext;
 class QPainter;
+
+/// Keeps drawnPlace true while a walk is in a list: what lies in the drawing is outside of the
+/// open compound until its list is entered. In a list that is not of the drawing the place stays
+/// unknown.
+class PlaceOfList {
+public:
+    PlaceOfList(CFigContext* document, const FigObjectList* list)
+        : ctx(document), before(document->drawnPlace)
+    {
+        if (!ctx->openCompoundObjects)
+            return;
+        if (list == ctx->openCompoundObjects)
+            ctx->drawnPlace = OpenPlace::Inside;
+        else if (list == &ctx->drawing.objects)
+            ctx->drawnPlace = OpenPlace::Outside;
+    }
+    PlaceOfList(const PlaceOfList&) = delete;
+    PlaceOfList& operator=(const PlaceOfList&) = delete;
+    ~PlaceOfList() { ctx->drawnPlace = before; }
+
+private:
+    CFigContext* ctx;
+    OpenPlace before;
+};
 
 /// Unless flagged or excluded. An exclusion of -1 stands for all objects.
 bool isWanted(const FigObject* object, const FigObject* exclude);
 /// Raises what the redraw walked over at the object's depth, drawn or not.
 void countDrawn(CFigContext* ctx, const FigObject* object);
+
+/// The objects of a list at every level; none for null.
+QSet<FigObject*> allMembers(const FigObjectList* list);
 
 /// A part of the canvas in figure units. Outside it nothing that is drawn would be seen.
 struct SeenArea {

@@ -28,6 +28,22 @@ inline int saturatedInt(long long value)
 {
     return value > INT_MAX ? INT_MAX : value < INT_MIN ? INT_MIN : static_cast<int>(value);
 }
+/// to - from, kept in the range of int.
+inline int saturatedDifference(int to, int from)
+{
+    return saturatedInt(static_cast<long long>(to) - from);
+}
+/// a + b, kept in the range of int.
+inline int saturatedSum(int a, int b)
+{
+    return saturatedInt(static_cast<long long>(a) + b);
+}
+/// |a - b|, kept in the range of int.
+inline int axisDistance(int a, int b)
+{
+    const long long way = static_cast<long long>(a) - b;
+    return saturatedInt(way < 0 ? -way : way);
+}
 /// value rounded to a number of decimals.
 double round(double value, int digits);
 int sign(int value);

@@ -29,14 +29,6 @@ const BuiltinGrid builtinGrids[NUM_BUILTIN_GRIDS] = {
 
 constexpr int FIRST_ISO_GRID = 4;
 
-/// The context's grid, null where there is nothing to snap to.
-const GridDefinition* activeGrid(CFigContext* ctx)
-{
-    if (ctx->gridIndex <= 0 || ctx->gridIndex >= gridDefinitions.size())
-        return nullptr;
-    return gridDefinitions[ctx->gridIndex];
-}
-
 double subdivided(double step, int magnetMode)
 {
     switch (magnetMode) {
@@ -82,6 +74,13 @@ void destroyGridDefinitions()
 bool isIsoGrid(int index)
 {
     return index >= FIRST_ISO_GRID && index < NUM_BUILTIN_GRIDS;
+}
+
+const GridDefinition* activeGrid(CFigContext* ctx)
+{
+    if (ctx->gridIndex <= 0 || ctx->gridIndex >= gridDefinitions.size())
+        return nullptr;
+    return gridDefinitions[ctx->gridIndex];
 }
 
 double getGridRound(CFigContext* ctx)

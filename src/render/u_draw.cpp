@@ -23,6 +23,13 @@ int drawingMode(CFigContext* ctx, FigObject* object)
     return isOutsideOpenedCurrentCompound(ctx, object, getPaintMode(ctx, object));
 }
 
+bool isInOpenCompound(CFigContext* ctx, FigObject* object)
+{
+    if (ctx->drawnPlace == OpenPlace::Unknown)
+        return isInList(ctx->openCompoundObjects, object, false);
+    return ctx->drawnPlace == OpenPlace::Inside;
+}
+
 bool hasArrows(const FigObject* object)
 {
     return object->forward_arrow || object->backward_arrow;
@@ -111,7 +118,7 @@ void drawAs(CFigContext* ctx, FigObject* object, void (*renderer)(CFigContext*, 
 
 int isOutsideOpenedCurrentCompound(CFigContext* ctx, FigObject* object, int mode)
 {
-    if (!ctx->openCompoundObjects || isInList(ctx->openCompoundObjects, object, false))
+    if (!ctx->openCompoundObjects || isInOpenCompound(ctx, object))
         return mode;
     const int view = otherPreferencesData.compoundEditViewMode;
     if (mode == PAINT_NORMAL)

@@ -2,6 +2,7 @@
 
 #include "edit/command.h"
 #include "edit/mode.h"
+#include "edit/u_elastic.h"
 #include "model/FigContext.h"
 #include "model/preferences.h"
 #include "model/shell.h"
@@ -9,6 +10,8 @@
 #include "render/depth_walk.h"
 #include "render/gfx_lowlevel.h"
 #include "render/gfx_math.h"
+#include "render/grid.h"
+#include "render/markers.h"
 #include "render/u_bound.h"
 #include "render/u_bound_box.h"
 
@@ -43,11 +46,19 @@ bool canPaint(const CFigContext* ctx)
 }
 
 /// The feedback of a gesture comes before the objects, so that wiping it later finds its pixels
-/// wherever no object covers them.
+/// wherever no object covers them. They are those of the pointer moves: smooth only for the
+/// commands that have it so.
 void replayFeedback(CFigContext* ctx)
 {
-    if (action_on && elastic_proc)
+    if (!action_on)
+        return;
+    const bool smooth = ctx->painter->testRenderHint(QPainter::Antialiasing);
+    ctx->painter->setRenderHint(QPainter::Antialiasing, smooth && useAntialiasing(cur_command));
+    if (cur_command == CMD_SCALE_COMPOUND)
+        elastic_box(ctx, fix_x, fix_y, cur_x, cur_y);
+    if (elastic_proc)
         elastic_proc(ctx, fix_x, fix_y, cur_x, cur_y);
+    ctx->painter->setRenderHint(QPainter::Antialiasing, smooth);
 }
 
 QPoint pixelOf(CFigContext* ctx, int x, int y)
@@ -55,15 +66,30 @@ QPoint pixelOf(CFigContext* ctx, int x, int y)
     return QPoint(pixelX(ctx, x), pixelY(ctx, y));
 }
 
-/// Background and objects within a rectangle of the canvas. Leaves no clip behind.
+/// Background, grid, objects and markers within a rectangle of the canvas. Leaves no clip behind.
+/// The list or object without markers gives the form of refresh_pointmarker.
+template <class Unmarked>
 void repaintClipped(CFigContext* ctx, const QRect& clip, const QPoint& from, const QPoint& to,
-                    FigObject* exclude)
+                    FigObject* exclude, Unmarked* unmarked)
 {
     ctx->painter->setClipRect(clip, Qt::ReplaceClip);
     RectFill(ctx->painter, from.x(), from.y(), to.x(), to.y(), gridPreferences.backgroundColour);
+    if (ctx->gridOn)
+        drawGrid(ctx);
+    drawPageborders(ctx);
     const SeenArea area(ctx, clip.normalized());
     drawByDepth(ctx, ctx->drawing.objects, exclude, &area, nullptr);
+    refresh_pointmarker(ctx, unmarked);
     ctx->painter->setClipRect(clip, Qt::NoClip);
+}
+
+/// Objects of a full redraw.
+void drawAllObjects(CFigContext* ctx)
+{
+    const QPaintDevice* device = ctx->painter->device();
+    const SeenArea area(ctx, QRect(0, 0, device->width(), device->height()));
+    WholeClip clip(ctx->painter);
+    drawByDepth(ctx, ctx->drawing.objects, nullptr, &area, &clip);
 }
 
 // --- what touches a box --------------------------------------------------------------
@@ -114,17 +140,6 @@ void selectObjects(CFigContext* ctx, IsMember isMember, bool ignoreMember, const
         if (object->type == O_COMPOUND)
             applyFunction(static_cast<FigCompound*>(object)->objects, clearIgnoreFlag);
         object->ignore = ignoreMember;
-    }
-}
-
-void collectRecursive(const FigObjectList* list, QSet<FigObject*>& found)
-{
-    if (!list)
-        return;
-    for (FigObject* object : *list) {
-        found.insert(object);
-        if (object && object->type == O_COMPOUND)
-            collectRecursive(static_cast<FigCompound*>(object)->objects, found);
     }
 }
 
@@ -180,10 +195,11 @@ void redisplay_viewport(CFigContext* ctx, int width, int height)
     clear_canvas(ctx, gridPreferences.backgroundColour, 0, 0, width, height);
     applyFunction(&ctx->drawing.objects, clearIgnoreFlag);
     replayFeedback(ctx);
-    const QPaintDevice* device = ctx->painter->device();
-    const SeenArea area(ctx, QRect(0, 0, device->width(), device->height()));
-    WholeClip clip(ctx->painter);
-    drawByDepth(ctx, ctx->drawing.objects, nullptr, &area, &clip);
+    if (ctx->gridOn)
+        drawGrid(ctx, width, height);
+    drawPageborders(ctx);
+    drawAllObjects(ctx);
+    refresh_pointmarker(ctx);
 }
 
 void redisplay_objects(CFigContext* ctx)
@@ -202,6 +218,7 @@ void redisplay_object_list(CFigContext* ctx, FigObjectList* list, int depth, Fig
 {
     if (!list)
         return;
+    const PlaceOfList place(ctx, list);
     const FigObjectList walked = *list;
     for (FigObject* object : walked) {
         if (object->type == O_COMPOUND) {
@@ -244,8 +261,7 @@ void select_redisplay_objects(CFigContext* ctx, FigObject* object, bool ignoreIt
 void select_redisplay_objects(CFigContext* ctx, FigObjectList* list, bool ignoreThem, int x1,
                               int y1, int x2, int y2)
 {
-    QSet<FigObject*> members;
-    collectRecursive(list, members);
+    const QSet<FigObject*> members = allMembers(list);
     const auto isMember = [&members](FigObject* candidate) { return members.contains(candidate); };
     selectObjects(ctx, isMember, ignoreThem, {x1, y1, x2, y2});
 }
@@ -262,7 +278,8 @@ void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObject* o
     const long width = std::abs(static_cast<long>(to.x()) - from.x());
     const long height = std::abs(static_cast<long>(to.y()) - from.y());
     const QRect clip(from, QPoint(saturated(from.x() + width), saturated(from.y() + height)));
-    repaintClipped(ctx, clip, from, to, exclude ? object : nullptr);
+    FigObject* excluded = exclude ? object : nullptr;
+    repaintClipped(ctx, clip, from, to, excluded, excluded);
 }
 
 void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObjectList* list,
@@ -274,7 +291,7 @@ void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObjectLis
     const QPoint from = pixelOf(ctx, x1, y1);
     const QPoint to = pixelOf(ctx, x2, y2);
     // The corners as they are, and no exclusion: the flags already speak for the list.
-    repaintClipped(ctx, QRect(from, to), from, to, nullptr);
+    repaintClipped(ctx, QRect(from, to), from, to, nullptr, exclude ? list : nullptr);
 }
 
 void refresh_obj_area(CFigContext* ctx, FigObject* object, bool exclude)

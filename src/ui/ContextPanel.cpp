@@ -1,6 +1,8 @@
 #include "ui/ContextPanel.h"
 
 #include "model/FigObjects.h"
+#include "ui/AttrsToolbars.h"
+#include "ui/QTMainFrm.h"
 
 // clang-format off
 const int commandPanelIndex[NUM_PANEL_COMMANDS] = {
@@ -17,30 +19,43 @@ const int commandPanelIndex[NUM_PANEL_COMMANDS] = {
 
 namespace {
 
+using MakePage = QWidget* (*)(AttrsToolbarHandler* handler, QTMainFrm* window);
+
+template <typename Panel> QWidget* makePanel(AttrsToolbarHandler* handler, QTMainFrm* window)
+{
+    return new Panel(handler, window);
+}
+
+template <typename Page> QWidget* makePage(AttrsToolbarHandler*, QTMainFrm*)
+{
+    return new Page;
+}
+
 struct PageRow {
     const char* objectName;
     const char* accessibleName;
+    MakePage make;
 };
 
 /// Index is the ContextPage.
 const PageRow pageTable[NUM_CONTEXT_PAGES] = {
-    {"firstEmptyAttrsToolbar", "No attributes"},
-    {"arcAttrsToolbar", "Arc attributes"},
-    {"arrowAttrsToolbar", "Arrow attributes"},
-    {"boxAttrsToolbar", "Box attributes"},
-    {"compoundAttrsToolbar", "Compound attributes"},
-    {"ellipseAttrsToolbar", "Ellipse attributes"},
-    {"emptyAttrsToolbar", "No attributes"},
-    {"polygonAttrsToolbar", "Polygon attributes"},
-    {"polylineAttrsToolbar", "Polyline attributes"},
-    {"picAttrsToolbar", "Picture attributes"},
-    {"regpolyAttrsToolbar", "Regular polygon attributes"},
-    {"closedSplineAttrsToolbar", "Closed spline attributes"},
-    {"openSplineAttrsToolbar", "Open spline attributes"},
-    {"textAttrsToolbar", "Text attributes"},
-    {"rotateAttrsToolbar", "Rotation attributes"},
-    {"tangnormAttrsToolbar", "Tangent and normal attributes"},
-    {"updateAttrsToolbar", "Attributes to update"},
+    {"firstEmptyAttrsToolbar", "No attributes", makePage<EmptyAttrsToolbar>},
+    {"arcAttrsToolbar", "Arc attributes", makePanel<ArcAttrsToolbar>},
+    {"arrowAttrsToolbar", "Arrow attributes", makePanel<ArrowAttrsToolbar>},
+    {"boxAttrsToolbar", "Box attributes", makePanel<BoxAttrsToolbar>},
+    {"compoundAttrsToolbar", "Compound attributes", makePanel<CompoundAttrsToolbar>},
+    {"ellipseAttrsToolbar", "Ellipse attributes", makePanel<EllipseAttrsToolbar>},
+    {"emptyAttrsToolbar", "No attributes", makePage<EmptyAttrsToolbar>},
+    {"polygonAttrsToolbar", "Polygon attributes", makePanel<PolygonAttrsToolbar>},
+    {"polylineAttrsToolbar", "Polyline attributes", makePanel<PolylineAttrsToolbar>},
+    {"picAttrsToolbar", "Picture attributes", makePanel<PicAttrsToolbar>},
+    {"regpolyAttrsToolbar", "Regular polygon attributes", makePanel<RegpolyAttrsToolbar>},
+    {"closedSplineAttrsToolbar", "Closed spline attributes", makePanel<ClosedSplineAttrsToolbar>},
+    {"openSplineAttrsToolbar", "Open spline attributes", makePanel<OpenSplineAttrsToolbar>},
+    {"textAttrsToolbar", "Text attributes", makePanel<TextAttrsToolbar>},
+    {"rotateAttrsToolbar", "Rotation attributes", makePanel<RotateAttrsToolbar>},
+    {"tangnormAttrsToolbar", "Tangent and normal attributes", makePanel<TangnormAttrsToolbar>},
+    {"updateAttrsToolbar", "Attributes to update", makePage<UpdateAttrsToolbar>},
 };
 
 constexpr int KEEP_PAGE = -1;
@@ -78,12 +93,12 @@ int pageOf(const FigObject* object)
 
 } // namespace
 
-ContextPanel::ContextPanel(QWidget* parent) : QStackedWidget(parent)
+ContextPanel::ContextPanel(AttrsToolbarHandler* handler, QTMainFrm* window) : QStackedWidget(window)
 {
     setObjectName("contextPanel");
     setAccessibleName(tr("Object properties"));
     for (const PageRow& row : pageTable) {
-        auto* page = new QWidget;
+        QWidget* page = row.make(handler, window);
         page->setObjectName(row.objectName);
         page->setAccessibleName(tr(row.accessibleName));
         addWidget(page);

@@ -4,7 +4,9 @@
 
 #include <QStackedWidget>
 
+class AttrsToolbarHandler;
 class FigObject;
+class QTMainFrm;
 
 enum ContextPage {
     PAGE_FIRST_EMPTY, ///< never chosen
@@ -36,7 +38,8 @@ class ContextPanel : public QStackedWidget {
     Q_OBJECT
 
 public:
-    explicit ContextPanel(QWidget* parent);
+    /// The panels are fronts of the coordinator.
+    ContextPanel(AttrsToolbarHandler* handler, QTMainFrm* window);
 
     /// Numbers that no command has show the empty page.
     void showCommand(int command);

@@ -9,6 +9,7 @@
 #include "render/gfx_lowlevel.h"
 #include "render/u_redraw.h"
 #include "ui/QRuler.h"
+#include "ui/QTMainFrm.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,17 +23,6 @@ constexpr int SCROLL_STEP = 20; // pixels by one click on an arrow of a scroll b
 QImage* newCanvas(const QSize& size)
 {
     return new QImage(size, QImage::Format_ARGB32_Premultiplied);
-}
-
-/// A gesture of the closing document cannot go on: its slots hold pointers into the figure.
-void endGesture()
-{
-    if (!action_on)
-        return;
-    reset_action_on();
-    set_functions(nullptr, nullptr, nullptr, nullptr, nullptr);
-    canvas_leftbutUp_proc = nullptr;
-    canvas_locmove_proc2 = nullptr;
 }
 
 } // namespace
@@ -61,6 +51,7 @@ QTChildFrm::QTChildFrm(QTMainFrm* mainWindow) : mainFrm(mainWindow)
 QTChildFrm::~QTChildFrm()
 {
     endGesture();
+    mainFrm->forgetColors(figContext);
     delete figContext;
     figContext = nullptr;
     if (painter.isActive())
@@ -83,6 +74,8 @@ bool QTChildFrm::loadFile(const QString& fileName)
 {
     if (!load_file(figContext, fileName))
         return false;
+    if (pointmarker_shown)
+        showPointMarker();
     setCurrentFile(fileName);
     // Relative picture paths and the stored "last directory" start from here.
     QDir::setCurrent(QFileInfo(fileName).path());
@@ -116,8 +109,16 @@ void QTChildFrm::setAntialiasing(bool on)
         painter.setRenderHint(QPainter::Antialiasing, on);
 }
 
+/// Whoever draws may have changed the figure.
+void QTChildFrm::forgetFoundObject()
+{
+    pickBoxes.drop();
+    mainFrm->setObjectUnderCursor(nullptr);
+}
+
 void QTChildFrm::beginPaint()
 {
+    forgetFoundObject();
     startPainter();
     setAntialiasing(otherPreferencesData.antialiasing);
 }
@@ -127,6 +128,7 @@ void QTChildFrm::endPaint()
     if (painter.isActive())
         painter.end();
     viewport()->repaint();
+    mainFrm->updateHistoryActions();
 }
 
 template <typename Work> void QTChildFrm::paint(Work work)
@@ -178,6 +180,17 @@ void QTChildFrm::refreshObjArea(FigObject* object, bool exclude)
 void QTChildFrm::refreshObjArea(FigObjectList* list, bool exclude)
 {
     paint([=] { refresh_obj_area(figContext, list, exclude); });
+}
+
+/// A gesture of the closing document cannot go on: its slots work on the figure.
+void QTChildFrm::endGesture()
+{
+    const bool hasNoOwner = action_on && !gestureContext;
+    if (gestureContext != figContext && !hasNoOwner)
+        return;
+    abandonGesture(figContext);
+    set_functions(nullptr, nullptr, nullptr, nullptr, nullptr);
+    mainFrm->showGestureHint();
 }
 
 void QTChildFrm::replaceCanvas(int width, int height)

@@ -5,6 +5,7 @@
 // is only ever updated from that image, so a repaint never runs engine code.
 #pragma once
 
+#include "edit/pick_boxes.h"
 #include "model/ObjectFunctions.h"
 
 #include <QImage>
@@ -16,6 +17,7 @@ class QMdiSubWindow;
 class QRuler;
 class QScrollBar;
 class QTMainFrm;
+class UndoQueue;
 
 class QTChildFrm : public QScrollArea {
     Q_OBJECT
@@ -75,6 +77,38 @@ public:
     void refreshObjArea(FigObject* object, bool exclude);
     void refreshObjArea(FigObjectList* list, bool exclude);
 
+    // --- markers and selection ------------------------------------------------
+
+    void showPointMarker();
+    void showPointMarker(FigObject* object);
+    void showTaggedMarker(FigObject* except);
+    void showSelectedPointMarker(int x, int y); ///< figure units, as the centre's
+    void drawCenterMarker(int x, int y);        ///< a second call wipes it
+    void drawPointmarker();
+    void erasePointmarker();
+    void refreshPointmarker();
+    void clearPointMarker(FigObject* object);
+    void unmarkCurrentObject();
+    void unmarkAllUntaggedObjects();
+    void deselectAll();
+    /// In the selection and its gestures only.
+    void selectAll();
+
+    // --- edit commands, none of which runs while a gesture holds objects -------
+
+    void undo();
+    void redo();
+    void cut(); ///< these three not in any gesture
+    void copy();
+    void paste();
+    void onCreateCompound(); ///< of the selection
+    void onBreakCompound();
+    void onOpenCompound(); ///< the current object, if it is one
+    void onCloseCompound();
+    void onAlignTaggedObjects(); ///< by cur_halign and cur_valign
+    void onConvertLineSpline();  ///< the current object
+    void createSmartLinks();     ///< in the whole drawing; asks first
+
     // --- view -----------------------------------------------------------------
 
     QSize sizeHint() const override;
@@ -106,6 +140,7 @@ public:
     void updateConvertLineSplineButton();
     void updateAlignButtons();
     void updateAddClipToLibraryButton();
+    void updateButtons(); ///< all four
 
 signals:
     void compoundButtonsStateChanged(bool btCreate, bool btBreak, bool btOpen, bool btClose);
@@ -135,8 +170,28 @@ protected:
 
 private:
     template <typename Work> void paint(Work work);
+    /// A bracket for what changes more than pixels: it runs even where there is nothing to paint
+    /// on.
+    template <typename Work> void change(Work work)
+    {
+        beginPaint();
+        work();
+        endPaint();
+    }
+    /// The same with the antialiasing left as it is.
+    template <typename Work> void changeWithPresentHint(Work work)
+    {
+        startPainter();
+        work();
+        endPaint();
+    }
+    template <typename Work> void edit(Work work);
+    bool writeFigure(const QString& fileName);
     void startPainter();
     void setAntialiasing(bool on);
+    void stepThroughHistory(void (UndoQueue::*step)());
+    void endGesture();
+    void forgetFoundObject();
     void replaceCanvas(int width, int height);
     void zoomAroundCentre(double newZoom, int* shiftX, int* shiftY);
     void followView();
@@ -145,15 +200,25 @@ private:
     void fitSlider(QScrollBar* bar, float ppi, float pageSize, int size, int* shift, QRuler* ruler);
     void scrollTo(QScrollBar* bar, int value, int* shift, QRuler* ruler);
     void dragDrawing(QMouseEvent* event);
-    void callMoveSlots();
+    void pressLeft();
+    void pressRight();
+    FigObject* objectUnderPointer();
+    void serveMove(FigObject* found);
+    void afterSlot();
+    void showCursor(Qt::CursorShape shape);
+    void showPickCursor(const FigObject* found);
+    void showLinkTarget(FigObject* found);
+    void startCommentTip(const FigObject* found, const QPoint& pixel);
     void markPointerOnRulers();
+    void moveByKey(int key);
+    void deleteTagged();
     void forgetReleasedKeys();
-    void updateButtons();
     bool isAnyObjectTagged() const;
 
     QString failedWrite;          ///< file that the last write could not replace; empty if it could
     QList<QWidget*> rulerSpacers; ///< keep the scroll bars clear of the rulers
     bool slidersHeld = false;     ///< the bars are being set: the view does not follow
+    PickBoxes pickBoxes;          ///< hold from one pointer move to the next, and no longer
 };
 
 /// The document in a window of the document area; null if there is none.

@@ -1,10 +1,15 @@
 // Event handlers of the document window: what reaches which procedure slot, and in which order.
 #include "edit/command.h"
+#include "edit/e_links.h"
+#include "edit/e_move.h"
 #include "edit/mode.h"
+#include "edit/u_search.h"
 #include "model/FigContext.h"
 #include "model/preferences.h"
 #include "model/w_layers.h"
 #include "render/coords.h"
+#include "render/gfx_math.h"
+#include "render/grid.h"
 #include "ui/QRuler.h"
 #include "ui/QTChildFrm.h"
 #include "ui/QTMainFrm.h"
@@ -16,6 +21,8 @@
 #include <QWheelEvent>
 
 namespace {
+
+constexpr int SNAP_GRID = 1;
 
 QPoint pixelOf(const QMouseEvent* event)
 {
@@ -60,46 +67,78 @@ bool QTChildFrm::getMouseXY(int px, int py, bool moving)
     return changed;
 }
 
+/// To be called after each slot: who is served, and what the next click does.
+void QTChildFrm::afterSlot()
+{
+    noteGesture(figContext);
+    mainFrm->showGestureHint();
+}
+
 void QTChildFrm::mousePressEvent(QMouseEvent* event)
 {
+    mainFrm->stopCommentTip();
     const QPoint pixel = pixelOf(event);
     getMouseXY(pixel.x(), pixel.y(), false);
+    snapPress(figContext, &figX, &figY);
     if (event->button() == Qt::LeftButton) {
         // The drag position stays as it is then; only other presses set it.
         if (!canvas_leftbut_proc)
             return;
-        beginPaint();
-        if (painter.isActive())
-            canvas_leftbut_proc(figContext, figX, figY, nullptr);
-        if (painter.isActive())
-            endPaint();
+        pressLeft();
     }
-    if (event->button() == Qt::RightButton && canvas_middlebut_proc) {
-        beginPaint();
-        if (painter.isActive())
-            canvas_middlebut_proc(figContext, figX, figY, nullptr);
-        endPaint();
-    }
+    if (event->button() == Qt::RightButton)
+        pressRight();
     dragPixelX = pixel.x();
     dragPixelY = pixel.y();
 }
 
+void QTChildFrm::pressLeft()
+{
+    beginPaint();
+    if (painter.isActive())
+        canvas_leftbut_proc(figContext, figX, figY, nullptr);
+    if (painter.isActive())
+        endPaint();
+    afterSlot();
+}
+
+void QTChildFrm::pressRight()
+{
+    if (!canvas_middlebut_proc) {
+        if (isDrawingFunction(cur_command))
+            deselectAll();
+        return;
+    }
+    beginPaint();
+    // A cancel wipes the rubber band, which was drawn so.
+    if (isCancelCreateObjFunction(canvas_middlebut_proc))
+        setAntialiasing(false);
+    if (painter.isActive())
+        canvas_middlebut_proc(figContext, figX, figY, nullptr);
+    endPaint();
+    afterSlot();
+}
+
 void QTChildFrm::mouseReleaseEvent(QMouseEvent* event)
 {
+    forgetFoundObject();
     const QPoint pixel = pixelOf(event);
     getMouseXY(pixel.x(), pixel.y(), true);
+    snapCursor(figContext, &figX, &figY);
     if (event->button() == Qt::LeftButton && canvas_leftbutUp_proc) {
         startPainter();
         setAntialiasing(gestureAntialiasing());
         if (painter.isActive())
             canvas_leftbutUp_proc(figContext, figX, figY);
         endPaint();
+        afterSlot();
     }
     updateButtons();
 }
 
 void QTChildFrm::mouseMoveEvent(QMouseEvent* event)
 {
+    mainFrm->stopCommentTip();
     if (event->buttons() & Qt::RightButton) {
         dragDrawing(event);
         return;
@@ -107,25 +146,85 @@ void QTChildFrm::mouseMoveEvent(QMouseEvent* event)
     const QPoint pixel = pixelOf(event);
     if (!getMouseXY(pixel.x(), pixel.y(), true))
         return;
-    emit coordsChanged(figContext, figX, figY);
-    markPointerOnRulers();
-    callMoveSlots();
-}
-
-/// The screen is brought up to date only if a slot may have drawn.
-void QTChildFrm::callMoveSlots()
-{
-    if (!canvas_locmove_proc && !canvas_locmove_proc2)
-        return;
     startPainter();
     setAntialiasing(gestureAntialiasing());
-    if (canvas_locmove_proc && painter.isActive()) {
+    snapCursor(figContext, &figX, &figY);
+    emit coordsChanged(figContext, figX, figY);
+    markPointerOnRulers();
+    FigObject* found = objectUnderPointer();
+    mainFrm->setObjectUnderCursor(found);
+    serveMove(found);
+    startCommentTip(found, pixel);
+}
+
+/// The screen is brought up to date only if a slot may have drawn. A gesture is its document's: the
+/// pointer may pass over another one.
+void QTChildFrm::serveMove(FigObject* found)
+{
+    const bool isOthers = gestureContext && gestureContext != figContext;
+    const bool isServed = !isOthers && (canvas_locmove_proc || canvas_locmove_proc2);
+    if (isServed && canvas_locmove_proc && painter.isActive()) {
         canvas_locmove_proc(figContext, figX, figY);
         setAntialiasing(gestureAntialiasing());
     }
-    if (canvas_locmove_proc2 && painter.isActive())
+    showPickCursor(found);
+    showLinkTarget(found);
+    if (isServed && canvas_locmove_proc2 && painter.isActive())
         canvas_locmove_proc2(figContext, figContext->movedObjects, figX, figY);
-    endPaint();
+    if (painter.isActive())
+        painter.end();
+    if (!isServed)
+        return;
+    viewport()->repaint();
+    afterSlot();
+}
+
+/// What a gesture moves about is not looked for, unless an end of a line may be linked to it.
+FigObject* QTChildFrm::objectUnderPointer()
+{
+    int px, py;
+    if (!gestureHoldsObjects(figContext))
+        return pickBoxes.search(figContext, figX, figY, &px, &py);
+    pickBoxes.drop();
+    if (!isSmartLinkCreateAction(cur_command))
+        return nullptr;
+    return objectSearch(figContext, figX, figY, &px, &py, nullptr);
+}
+
+void QTChildFrm::showCursor(Qt::CursorShape shape)
+{
+    if (viewport()->cursor().shape() != shape)
+        viewport()->setCursor(shape);
+}
+
+void QTChildFrm::showPickCursor(const FigObject* found)
+{
+    showCursor(!action_on && found && useCrossCursor(cur_command) ? Qt::CrossCursor
+                                                                  : Qt::ArrowCursor);
+}
+
+/// Tells by the cursor that the end that is being moved would be linked to what is under it.
+void QTChildFrm::showLinkTarget(FigObject* found)
+{
+    FigObject* moved = figContext->curObject;
+    if (!action_on || !isSmartLinkCreateAction(cur_command) || !moved)
+        return;
+    const bool wasTarget = figContext->linkTargetOk;
+    figContext->linkTargetOk = found && found->id != moved->id && isLinkableSourceObject(moved) &&
+                               isLinkableTargetObject(found) && isEndpoint(moved, moved_pos);
+    if (figContext->linkTargetOk)
+        showCursor(Qt::CrossCursor);
+    else if (wasTarget)
+        showCursor(Qt::ArrowCursor);
+}
+
+void QTChildFrm::startCommentTip(const FigObject* found, const QPoint& pixel)
+{
+    if (action_on || !otherPreferencesData.showCommentsAsTooltips || !found ||
+        found->comments.isEmpty())
+        return;
+    mainFrm->startCommentTip(found->comments, mainFrm->pos() + pixel,
+                             otherPreferencesData.commentToolTipDelay);
 }
 
 void QTChildFrm::markPointerOnRulers()
@@ -167,6 +266,7 @@ void QTChildFrm::wheelEvent(QWheelEvent* event)
 
 void QTChildFrm::keyPressEvent(QKeyEvent* event)
 {
+    forgetFoundObject();
     if ((event->modifiers() & Qt::ShiftModifier) && !shift_down) {
         shift_down = true;
         if (canvas_qualifier_proc)
@@ -174,8 +274,40 @@ void QTChildFrm::keyPressEvent(QKeyEvent* event)
     }
     if (event->modifiers() & Qt::ControlModifier)
         ctrl_down = true;
+    if (isArrowKey(event->key()))
+        moveByKey(event->key());
+    if (event->key() == Qt::Key_Delete)
+        deleteTagged();
+    if (event->key() == Qt::Key_Escape) {
+        deselectAll();
+        if (!isDrawingFunction(cur_command))
+            mainFrm->showAttributesBar(figContext, nullptr);
+    }
     if (!isArrowKey(event->key()) && event->key() != Qt::Key_Escape)
         QAbstractScrollArea::keyPressEvent(event);
+}
+
+/// The selection goes by one pixel, or to the next line of the grid that it snaps to.
+void QTChildFrm::moveByKey(int key)
+{
+    const bool isServed = cur_command == CMD_SELECT || cur_command == CMD_DRAG_OBJECTS ||
+                          cur_command == CMD_MOVE_POINT || isDrawingFunction(cur_command);
+    if (!isServed || !isAnyObjectTagged())
+        return;
+    const bool isHorizontal = key == Qt::Key_Left || key == Qt::Key_Right;
+    const bool isForward = key == Qt::Key_Right || key == Qt::Key_Down;
+    int dx = round2(1200 / figContext->ppiX / figContext->zoom);
+    int dy = round2(1200 / figContext->ppiY / figContext->zoom);
+    if ((gridPreferences.snapMode & SNAP_GRID) && figContext->gridIndex != 0 && !ctrl_down) {
+        const Orientation side = isForward ? ORIENTATION_RIGHT : ORIENTATION_LEFT;
+        const Orientation edge = isForward ? ORIENTATION_BOTTOM : ORIENTATION_TOP;
+        snapObjectsToGrid(figContext, isHorizontal ? side : 0, isHorizontal ? 0 : edge, &dx, &dy);
+    } else if (!isForward) {
+        dx = -dx;
+        dy = -dy;
+    }
+    change([=] { moveTaggedObjects(figContext, isHorizontal ? dx : 0, isHorizontal ? 0 : dy); });
+    afterSlot();
 }
 
 void QTChildFrm::keyReleaseEvent(QKeyEvent* event)
@@ -200,9 +332,11 @@ void QTChildFrm::forgetReleasedKeys()
 
 void QTChildFrm::focusInEvent(QFocusEvent*)
 {
+    forgetFoundObject();
     forgetReleasedKeys();
     updateButtons();
     update_layers(figContext);
+    mainFrm->updateColors(figContext);
 }
 
 // --- window -----------------------------------------------------------------
@@ -231,10 +365,14 @@ void QTChildFrm::resizeEvent(QResizeEvent* event)
 void QTChildFrm::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(maybeSave());
+    if (event->isAccepted())
+        endGesture();
+    forgetFoundObject();
     emit compoundButtonsStateChanged(false, false, false, false);
     emit convertLineSplineButtonStateChanged(false);
     emit alignButtonsStateChanged(false);
     update_layers(nullptr);
+    mainFrm->updateColors(nullptr);
 }
 
 void QTChildFrm::showEvent(QShowEvent*) {}

@@ -1,4 +1,5 @@
 // Saving a document: its names, the back-up of what was there before, the question on closing.
+#include "edit/preview.h"
 #include "fileio/f_save.h"
 #include "model/FigContext.h"
 #include "ui/QTChildFrm.h"
@@ -56,13 +57,20 @@ bool QTChildFrm::saveAs()
     return !fileName.isEmpty() && saveFile(withSuffix(fileName));
 }
 
+/// Without what only a gesture shows.
+bool QTChildFrm::writeFigure(const QString& fileName)
+{
+    const PreviewAside aside(figContext);
+    return write_file(figContext, fileName);
+}
+
 bool QTChildFrm::saveFile(const QString& fileName)
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     // After a failed write the file may be torn, and its back-up the last good content.
     if (documentName(fileName) != failedWrite)
         keepBackup(fileName);
-    const bool written = write_file(figContext, fileName);
+    const bool written = writeFigure(fileName);
     if (written)
         figContext->resetModifiedflag();
     QApplication::restoreOverrideCursor();

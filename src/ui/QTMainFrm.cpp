@@ -1,29 +1,49 @@
 #include "ui/QTMainFrm.h"
 
 #include "edit/command.h"
+#include "edit/e_update.h"
 #include "model/FigContext.h"
 #include "model/preferences.h"
 #include "model/shell.h"
 #include "render/grid.h"
 #include "ui/AboutDlg.h"
+#include "ui/AttrsToolbarHandler.h"
 #include "ui/ConsoleDock.h"
 #include "ui/ContextPanel.h"
+#include "ui/CoordsToolbar.h"
+#include "ui/FigColorDlg.h"
+#include "ui/GestureHint.h"
+#include "ui/LayersToolbar.h"
+#include "ui/ObjectCommentDlg.h"
 #include "ui/QTChildFrm.h"
+#include "ui/ShapesToolbar.h"
 #include "ui/ToolRow.h"
 #include "ui/WindowMenu.h"
 #include "ui/application.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QEvent>
+#include <QLabel>
 #include <QMdiSubWindow>
 #include <QSettings>
 #include <QStatusBar>
+#include <QTextDocument>
 #include <QTextEdit>
+#include <QToolTip>
 
 namespace {
 
 constexpr int SNAP_GRID = 1;
 constexpr int SNAP_VERTEX = 2;
+/// A text that looks like markup is shown as it was typed.
+QString asTip(const QString& text)
+{
+    const QString verbatim = "<p style=\"white-space:pre\">%1</p>";
+    return Qt::mightBeRichText(text) ? verbatim.arg(text.toHtmlEscaped()) : text;
+}
+
+constexpr int COMMENT_TIP_DELAY = 1000; // milliseconds, until the preference sets another
 
 } // namespace
 
@@ -37,6 +57,9 @@ QTMainFrm::QTMainFrm()
     createStatusBar();
     readSettings();
     newFile()->showMaximized();
+    attrsHandler->updateToolbars();
+    commentTipTimer.setInterval(COMMENT_TIP_DELAY);
+    connect(&commentTipTimer, &QTimer::timeout, this, &QTMainFrm::showCommentTip);
     setCompoundButtonsState(false, false, false, false);
     setConvertLineSplineButtonState(false);
     setAlignButtonsState(false);
@@ -70,6 +93,49 @@ void QTMainFrm::writeSettings()
 bool QTMainFrm::event(QEvent* event)
 {
     return event->type() == QEvent::StatusTip || QMainWindow::event(event);
+}
+
+/// A message for a limited time does not take the lasting one away.
+void QTMainFrm::restoreMessage(const QString& shown)
+{
+    if (shown.isEmpty() && !message_line.isEmpty())
+        print_msg();
+}
+
+void QTMainFrm::showGestureHint()
+{
+    if (gestureHintLabel)
+        gestureHintLabel->setText(gestureHint());
+}
+
+// --- tip with an object's comment -------------------------------------------
+
+void QTMainFrm::startCommentTip(const QString& text, const QPoint& position, int delay)
+{
+    commentTipText = text;
+    commentTipPosition = position;
+    commentTipTimer.start(delay);
+}
+
+void QTMainFrm::stopCommentTip()
+{
+    commentTipTimer.stop();
+    QToolTip::hideText();
+}
+
+void QTMainFrm::showCommentTip()
+{
+    if (objectUnderCursor && !objectUnderCursor->comments.isEmpty())
+        QToolTip::showText(commentTipPosition, asTip(commentTipText));
+}
+
+// --- edit -------------------------------------------------------------------
+
+void QTMainFrm::updateHistoryActions()
+{
+    const QTChildFrm* child = activeMdiChild();
+    actions->setAvailable(ACT_UNDO, child && child->figContext->undoQueue.undoCount() > 0);
+    actions->setAvailable(ACT_REDO, child && child->figContext->undoQueue.redoCount() > 0);
 }
 
 // --- view -------------------------------------------------------------------
@@ -215,10 +281,38 @@ void QTMainFrm::showContextDialog(int command)
     contextPanel->showCommand(command < 0 ? cur_command : command);
 }
 
+namespace {
+
+/// The object's attributes become those of the next one that is drawn.
+void takeAttributes(CFigContext* context, FigObject* object)
+{
+    switch (object->type) {
+    case O_ELLIPSE:
+        return get_ellipse_attrs(context, static_cast<FigEllipse*>(object));
+    case O_POLYLINE:
+        return get_line_attrs(context, static_cast<FigLine*>(object));
+    case O_SPLINE:
+        return get_spline_attrs(context, static_cast<FigSpline*>(object));
+    case O_TEXT:
+        return get_text_attrs(context, static_cast<FigText*>(object));
+    case O_ARC:
+        return get_arc_attrs(context, static_cast<FigArc*>(object));
+    default:
+        return;
+    }
+}
+
+} // namespace
+
 void QTMainFrm::showAttributesBar(CFigContext* context, FigObject* object)
 {
-    if (!context && !getFigContext())
+    CFigContext* owner = context ? context : getFigContext();
+    if (!owner)
         return;
+    if (object) {
+        takeAttributes(owner, object);
+        attrsHandler->updateToolbars();
+    }
     contextPanel->showObject(object);
     fireCommentChanged(object && !object->comments.isEmpty());
 }
@@ -226,6 +320,40 @@ void QTMainFrm::showAttributesBar(CFigContext* context, FigObject* object)
 void QTMainFrm::fireCommentChanged(bool hasComment)
 {
     emit commentChanged(hasComment);
+}
+
+void QTMainFrm::showEllipseCoords(bool metric, FigEllipse* ellipse)
+{
+    coordsToolbar->showEllipseCoords(metric, ellipse);
+}
+
+void QTMainFrm::showLayers(CFigContext* context)
+{
+    if (!context || context == getFigContext())
+        layersToolbar->drawLayerButtons(context);
+}
+
+void QTMainFrm::updateColors(CFigContext* context)
+{
+    const QTChildFrm* child = activeMdiChild();
+    if (!context || (child && child->figContext == context))
+        colorDlg->updateAll(context);
+}
+
+void QTMainFrm::forgetColors(const CFigContext* context)
+{
+    if (colorDlg->document() == context)
+        colorDlg->updateAll(nullptr);
+}
+
+void QTMainFrm::editComment(CFigContext* context, FigObject* object)
+{
+    const QString before = object->comments;
+    commentDlg->setObject(object);
+    commentDlg->exec();
+    commentDlg->setObject(nullptr);
+    if (object->comments != before)
+        context->setModifiedflag();
 }
 
 void QTMainFrm::setCompoundButtonsState(bool btCreate, bool btBreak, bool btOpen, bool btClose)
@@ -255,6 +383,19 @@ void QTMainFrm::onOpenConsoleView()
 {
     console->show();
     console->raise();
+}
+
+void QTMainFrm::onOpenLayersPanel()
+{
+    auto* dock = findChild<QDockWidget*>("layersDock");
+    dock->show();
+    dock->raise();
+}
+
+void QTMainFrm::onOpenColorDlg()
+{
+    colorDlg->show();
+    colorDlg->raise();
 }
 
 void QTMainFrm::onClearLog()
@@ -297,6 +438,42 @@ void QTMainFrm::setActiveSubWindow(QWidget* window)
 
 void QTMainFrm::subWindowActivated(QMdiSubWindow* window)
 {
-    if (const QTChildFrm* child = documentOf(window))
-        showZoom(child->figContext);
+    updateHistoryActions();
+    QTChildFrm* child = documentOf(window);
+    if (!child) {
+        if (!activeMdiChild()) {
+            showLayers(nullptr);
+            updateColors(nullptr);
+        }
+        return;
+    }
+    showZoom(child->figContext);
+    toolRow->showGrid(child->figContext->gridOn ? child->figContext->gridIndex : 0);
+    showLayers(child->figContext);
+    updateColors(child->figContext);
+    showAttributesOf(child->figContext);
+    resumeTool(child);
+}
+
+/// The panels change the selected object of the active document, so they have to show that one's.
+void QTMainFrm::showAttributesOf(CFigContext* context)
+{
+    emit unitChanged(!context->metric);
+    if (FigObject* object = context->getCurObject())
+        showAttributesBar(context, object);
+    else
+        showContextDialog(-1);
+}
+
+/// A gesture does not follow into another document, and one that went with its document has left
+/// the slots empty: the tool is at rest again.
+void QTMainFrm::resumeTool(QTChildFrm* child)
+{
+    CFigContext* owner = gestureContext;
+    if (owner == child->figContext || (!owner && canvas_leftbut_proc))
+        return;
+    abandonGesture(owner);
+    shapes->restartTool(child->figContext);
+    if (owner && owner->chFrm)
+        owner->chFrm->redisplayCanvasUpdate();
 }

@@ -6,19 +6,29 @@
 
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QPoint>
+#include <QTimer>
 
 #include <memory>
 
+class AttrsToolbarHandler;
 class CFigContext;
 class ConsoleDock;
 class ContextPanel;
 class CoordsToolbar;
+class FigColorDlg;
+class FigEllipse;
 class FigObject;
+class FontsDlg;
+class LayersToolbar;
+class ObjectCommentDlg;
 class QDockWidget;
+class QLabel;
 class QMdiSubWindow;
 class QTChildFrm;
 class QTextDocument;
 class RecentFiles;
+class ShapesToolbar;
 class ToolRow;
 class WindowMenu;
 
@@ -60,9 +70,37 @@ public:
     /// object has a comment. A null context means the active document; nothing without one.
     void showAttributesBar(CFigContext* context, FigObject* object);
     void fireCommentChanged(bool hasComment);
+    /// Shows the measures of the ellipse in work in the coordinate panel.
+    void showEllipseCoords(bool metric, FigEllipse* ellipse);
+    /// Shows the layers of a document, if that is the active one. Null blanks the panel.
+    void showLayers(CFigContext* context);
+    /// The same for the colours of a document.
+    void updateColors(CFigContext* context);
+    /// To be called before a document goes.
+    void forgetColors(const CFigContext* context);
+    FigColorDlg* colorDialog() const { return colorDlg; }
+    FontsDlg* fontsDialog() const { return fontsDlg; }
+    /// Lets the user edit the comment of an object of that document; not a step of undo.
+    void editComment(CFigContext* context, FigObject* object);
+    AttrsToolbarHandler* attributes() const { return attrsHandler; } ///< the panels' coordinator
+
+    ShapesToolbar* shapesToolbar() const { return shapes; }
+    /// Tells in the status bar what the next click does.
+    void showGestureHint();
+    /// Undo and redo are offered when the active document has something for them.
+    void updateHistoryActions();
+    void deselectAll(); ///< in the active document
+
+    /// The object that the pointer is over, in any document. Null when it may be gone.
+    void setObjectUnderCursor(FigObject* object) { objectUnderCursor = object; }
+    FigObject* getObjectUnderCursor() const { return objectUnderCursor; }
+    /// A tip with the comment of the object under the pointer, after that many milliseconds.
+    void startCommentTip(const QString& text, const QPoint& position, int delay);
+    void stopCommentTip();
 
 signals:
     void commentChanged(bool hasComment);
+    void unitChanged(int unit); ///< of the active document: 0 centimetres, 1 inches
 
 public slots:
     QTChildFrm* newFile(); ///< a new empty document, shown
@@ -72,6 +110,26 @@ public slots:
     void saveAs();
     void closeActiveChild();
     void closeAllChilds();
+    void undo();
+    void redo();
+    void cut();
+    void copy();
+    void paste();
+    void selectAll();
+    void createSmartLinks();
+    void alignLeft();
+    void alignTop();
+    void alignRight();
+    void alignBottom();
+    void alignCenterH();
+    void alignCenterV();
+    void alignCenterHV();
+    void onCreateCompound();
+    void onBreakCompound();
+    void onOpenCompound();
+    void onCloseCompound();
+    void onConvertLineSpline();
+    void showCommentTip();
     void zoomIn();
     void zoomOut();
     void zoomToSelection();
@@ -79,6 +137,8 @@ public slots:
     void onEditZoom();
     void onZoomIndex(int index);
     void onOpenConsoleView();
+    void onOpenLayersPanel();
+    void onOpenColorDlg();
     void onClearLog();
     void about();
     void aboutQt();
@@ -112,10 +172,16 @@ protected:
 private:
     void setupUi();
     QDockWidget* addPanel(const QString& title, const QString& name, Qt::DockWidgetArea area);
+    void createDialogs();
     void createPanels();
     void createToolbars();
     void createMenus();
     void createStatusBar();
+    void createToolPanels();
+    void createAttributePanels();
+    void restoreMessage(const QString& shown);
+    void resumeTool(QTChildFrm* child);
+    void showAttributesOf(CFigContext* context);
     void readSettings();
     void writeSettings();
     QMenu* addMenu(const QString& title, std::initializer_list<MainAction> entries);
@@ -124,6 +190,8 @@ private:
     void openInNewWindow(const QString& name);
     void discard(QTChildFrm* child);
     void applyZoom(const QString& text);
+    void forward(void (QTChildFrm::*command)());
+    void align(int horizontal, int vertical);
     void setSnapBit(int bit, bool on, const char* message);
     template <typename View> void changeView(View view);
 
@@ -132,9 +200,20 @@ private:
     RecentFiles* recentFiles;
     ToolRow* toolRow;
     ConsoleDock* console;
+    AttrsToolbarHandler* attrsHandler;
     ContextPanel* contextPanel;
+    LayersToolbar* layersToolbar;
+    ObjectCommentDlg* commentDlg;
+    FigColorDlg* colorDlg;
+    FontsDlg* fontsDlg;
     CoordsToolbar* coordsToolbar;
+    ShapesToolbar* shapes;
+    QLabel* gestureHintLabel = nullptr; ///< in the status bar, null until that is made
     QDockWidget* coordinatesDock;
     WindowMenu* windowMenu;
     QString lastDirectory; ///< of the open dialog
+    FigObject* objectUnderCursor = nullptr;
+    QTimer commentTipTimer;
+    QPoint commentTipPosition; ///< on the screen
+    QString commentTipText;
 };

@@ -1,5 +1,6 @@
 // The document side of the main window: opening, saving, closing and finding documents.
 #include "model/FigContext.h"
+#include "model/shell.h"
 #include "ui/CoordsToolbar.h"
 #include "ui/QTChildFrm.h"
 #include "ui/QTMainFrm.h"
@@ -121,6 +122,7 @@ void QTMainFrm::discard(QTChildFrm* child)
         mdiArea->removeSubWindow(window);
         window->deleteLater();
     }
+    updateColors(getFigContext());
 }
 
 // --- saving and closing -----------------------------------------------------
@@ -155,7 +157,9 @@ void QTMainFrm::updateRecentFileActions()
 
 void QTMainFrm::closeActiveChild()
 {
-    mdiArea->closeActiveSubWindow();
+    if (QMdiSubWindow* window = mdiArea->currentSubWindow())
+        window->close();
+    updateColors(getFigContext());
 }
 
 void QTMainFrm::closeAllChilds()
@@ -205,9 +209,10 @@ void QTMainFrm::dropEvent(QDropEvent* event)
 
 // --- which document ---------------------------------------------------------
 
+/// While a dialog or another program is active, the document that will be so again.
 QTChildFrm* QTMainFrm::activeMdiChild() const
 {
-    return documentOf(mdiArea->activeSubWindow());
+    return documentOf(mdiArea->currentSubWindow());
 }
 
 QMdiSubWindow* QTMainFrm::findMdiChild(const QString& fileName) const

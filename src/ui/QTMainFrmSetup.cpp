@@ -1,20 +1,30 @@
 // What the main window is made of: its panels, tool bars and menus.
+#include "ui/AttrsToolbarHandler.h"
 #include "ui/ConsoleDock.h"
 #include "ui/ContextPanel.h"
 #include "ui/CoordsToolbar.h"
+#include "ui/FigColorDlg.h"
+#include "ui/FontsDlg.h"
+#include "ui/LayersToolbar.h"
+#include "ui/ObjectCommentDlg.h"
 #include "ui/QTMainFrm.h"
 #include "ui/RecentFiles.h"
+#include "ui/ShapesToolbar.h"
 #include "ui/ToolRow.h"
 #include "ui/WindowMenu.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStatusBar>
+#include <QStyle>
 
 namespace {
 
 constexpr int TOOL_ICON_SIZE = 24;
+constexpr int MIN_DOCUMENTS_WIDTH = 150; // pixels, so that the panels fit in beside
 
 QIcon applicationIcon()
 {
@@ -22,6 +32,33 @@ QIcon applicationIcon()
     for (const int size : {16, 24, 32, 48, 64, 128, 256})
         icon.addFile(QString(":/app/images/app/orvalt_%1.png").arg(size));
     return icon;
+}
+
+/// Holds a panel that is as wide as it needs and may be higher than there is room.
+QScrollArea* scrollable(QWidget* panel)
+{
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidgetResizable(true);
+    area->setMinimumWidth(panel->minimumSizeHint().width() +
+                          area->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    area->setWidget(panel);
+    return area;
+}
+
+void showPanel(QDockWidget* dock, QWidget* content)
+{
+    dock->setWidget(content);
+    dock->toggleViewAction()->setEnabled(true);
+    dock->show();
+}
+
+/// Room for the title beside the two buttons of a panel.
+int titleWidth(const QDockWidget* dock)
+{
+    return dock->fontMetrics().horizontalAdvance(dock->windowTitle()) +
+           3 * dock->style()->pixelMetric(QStyle::PM_SmallIconSize);
 }
 
 /// What does not fit into a bar is behind a button that comes without a name.
@@ -42,11 +79,13 @@ void QTMainFrm::setupUi()
     mdiArea = new QMdiArea(this);
     mdiArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdiArea->setMinimumWidth(MIN_DOCUMENTS_WIDTH);
     setCentralWidget(mdiArea);
     console = new ConsoleDock(this);
     addDockWidget(Qt::BottomDockWidgetArea, console);
     console->hide();
     connect(console->clearLog, &QPushButton::clicked, this, &QTMainFrm::onClearLog);
+    createDialogs();
     createPanels();
     recentFiles = new RecentFiles(this);
     actions = std::make_unique<MainActions>(this);
@@ -63,20 +102,55 @@ QDockWidget* QTMainFrm::addPanel(const QString& title, const QString& name, Qt::
     return dock;
 }
 
+/// The panels open these, and show what is chosen in them.
+void QTMainFrm::createDialogs()
+{
+    attrsHandler = new AttrsToolbarHandler(this);
+    colorDlg = new FigColorDlg(this);
+    connect(attrsHandler, &AttrsToolbarHandler::colorsChanged, colorDlg, &FigColorDlg::onColors);
+    fontsDlg = new FontsDlg(this);
+    connect(fontsDlg, &FontsDlg::psFontChanged, attrsHandler, &AttrsToolbarHandler::psFontChanged);
+    connect(fontsDlg, &FontsDlg::latexFontChanged, attrsHandler,
+            &AttrsToolbarHandler::latexFontChanged);
+    commentDlg = new ObjectCommentDlg(this);
+    connect(commentDlg, &ObjectCommentDlg::commentChanged, this, &QTMainFrm::fireCommentChanged);
+}
+
 void QTMainFrm::createPanels()
 {
-    addPanel(tr("Shapes"), "shapesDock", Qt::LeftDockWidgetArea);
-    addPanel(tr("Object manipulation"), "objectManipulationDock", Qt::LeftDockWidgetArea);
-    contextPanel = new ContextPanel(this);
-    addPanel(tr("Object properties"), "objectPropertiesDock", Qt::RightDockWidgetArea)
-        ->setWidget(contextPanel);
-    addPanel(tr("Layers"), "layersDock", Qt::RightDockWidgetArea);
+    createToolPanels();
+    createAttributePanels();
     coordsToolbar = new CoordsToolbar(this);
     coordinatesDock = addPanel(tr("Coordinates"), "coordinatesDock", Qt::BottomDockWidgetArea);
     coordinatesDock->setWidget(coordsToolbar);
     coordinatesDock->toggleViewAction()->setEnabled(true);
     coordinatesDock->show();
     splitDockWidget(console, coordinatesDock, Qt::Vertical);
+}
+
+void QTMainFrm::createAttributePanels()
+{
+    contextPanel = new ContextPanel(attrsHandler, this);
+    layersToolbar = new LayersToolbar;
+    showPanel(addPanel(tr("Object properties"), "objectPropertiesDock", Qt::RightDockWidgetArea),
+              scrollable(contextPanel));
+    showPanel(addPanel(tr("Layers"), "layersDock", Qt::RightDockWidgetArea), layersToolbar);
+}
+
+void QTMainFrm::createToolPanels()
+{
+    shapes = new ShapesToolbar(this);
+    connect(shapes, &ShapesToolbar::compoundButtonsStateChanged, this,
+            &QTMainFrm::setCompoundButtonsState);
+    connect(shapes, &ShapesToolbar::convertLineSplineButtonStateChanged, this,
+            &QTMainFrm::setConvertLineSplineButtonState);
+    connect(shapes, &ShapesToolbar::alignButtonsStateChanged, this,
+            &QTMainFrm::setAlignButtonsState);
+    showPanel(addPanel(tr("Shapes"), "shapesDock", Qt::LeftDockWidgetArea), shapes);
+    QDockWidget* manipulation =
+        addPanel(tr("Object manipulation"), "objectManipulationDock", Qt::LeftDockWidgetArea);
+    shapes->manipulationPanel()->setMinimumWidth(titleWidth(manipulation));
+    showPanel(manipulation, shapes->manipulationPanel());
 }
 
 void QTMainFrm::addToolbar(const QString& title, std::initializer_list<MainAction> entries)
@@ -133,6 +207,9 @@ void QTMainFrm::createMenus()
     QMenu* view = addMenu(tr("View"), {ACT_ZOOM_IN, ACT_ZOOM_OUT, ACT_ZOOM_SELECTION,
                                        ACT_ZOOM_SELECTION_REVERT, SEPARATOR, ACT_CONSOLE,
                                        ACT_PALETTE, ACT_LAYERS, ACT_LIBRARY, SEPARATOR});
+    for (const char* panel :
+         {"shapesDock", "objectManipulationDock", "objectPropertiesDock", "layersDock"})
+        view->addAction(findChild<QDockWidget*>(panel)->toggleViewAction());
     view->addAction(coordinatesDock->toggleViewAction());
     view->addAction(console->toggleViewAction());
     addMenu(tr("Script"), {ACT_REFRESH_SCRIPTS});
@@ -147,5 +224,10 @@ void QTMainFrm::createMenus()
 
 void QTMainFrm::createStatusBar()
 {
+    gestureHintLabel = new QLabel(this);
+    gestureHintLabel->setObjectName("gestureHint");
+    gestureHintLabel->setTextFormat(Qt::PlainText);
+    statusBar()->addPermanentWidget(gestureHintLabel);
+    connect(statusBar(), &QStatusBar::messageChanged, this, &QTMainFrm::restoreMessage);
     statusBar()->showMessage(tr("Ready"));
 }

@@ -1,6 +1,7 @@
 #include "ui/ToolRow.h"
 
 #include "edit/mode.h"
+#include "model/preferences.h"
 #include "model/shell.h"
 #include "render/grid.h"
 
@@ -112,7 +113,6 @@ void ToolRow::createGridButton()
         QAction* item = gridButton->menu()->addAction(QIcon(grid->icon), grid->name);
         connect(item, &QAction::triggered, this, [this, index] { emit gridChosen(index); });
     }
-    gridButton->setEnabled(false); // until grids are drawn
 }
 
 void ToolRow::createSnapButton(QWidget* window)
@@ -125,7 +125,7 @@ void ToolRow::createSnapButton(QWidget* window)
     snapButton->setCheckable(true);
     connect(snapToGrid, SIGNAL(triggered(bool)), window, SLOT(setSnapModeMagnet(bool)));
     connect(snapToVertex, SIGNAL(triggered(bool)), window, SLOT(setSnapModeVertex(bool)));
-    snapButton->setEnabled(false); // until pointers snap
+    showSnapMode(gridPreferences.snapMode);
 }
 
 void ToolRow::setConstraint(Constraint constraint)

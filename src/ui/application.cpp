@@ -1,10 +1,15 @@
 #include "ui/application.h"
 
+#include "edit/command.h"
+#include "edit/e_clipboard.h"
+#include "edit/u_reshaping.h"
 #include "model/preferences.h"
 #include "model/shell.h"
 #include "render/colorFunctions.h"
+#include "render/markers.h"
 #include "ui/QTChildFrm.h"
 #include "ui/QTMainFrm.h"
+#include "ui/ShapesToolbar.h"
 #include "ui/logging.h"
 #include "ui/settings.h"
 
@@ -46,10 +51,12 @@ int run(int argc, char** argv)
     // The tables must be there before any window.
     set_colors();
     initializePatternBitmaps();
+    createMarkers();
     QTMainFrm window;
     mainWnd = &window;
     window.show();
     setUpLogging(window.logDocument());
+    window.shapesToolbar()->switchCommand(CMD_SELECT);
     if (isOrvaltUpgrade && LAST_VERSION_WITH_OLD_TEX_COMMANDS >= oldOrvaltVersion)
         renewTexCommands();
     openFirstFigure(window, argc, argv);
@@ -72,6 +79,12 @@ void renewTexCommands()
                    "the Preferences dialog.");
     tex.latexCommand = tex.defaultLatexCommand;
     tex.dvipsCommand = tex.defaultDvipsCommand;
+}
+
+void cleanupTempObjects()
+{
+    clear_clipboard();
+    deleteObjectList(&oldElasticObjectList);
 }
 
 void listFonts()

@@ -20,6 +20,9 @@ QByteArray absoluteFileName(const char* name);
 /// first if they were changed by hand.
 void renewTexCommands();
 
+/// Frees what gestures leave behind for the next one. At the end of the process.
+void cleanupTempObjects();
+
 /// Print to the debug stream: "family | style" of each font, and the keys of the widget styles.
 void listFonts();
 void listStyles();

@@ -1,4 +1,5 @@
 #include "render/grid.h"
+#include "render/markers.h"
 #include "ui/Components/QsLog/QsLog.h"
 #include "ui/application.h"
 #include "ui/settings.h"
@@ -31,7 +32,9 @@ int main(int argc, char** argv)
 
     settings.setValue("last directory", QDir::currentPath());
     writeSettings();
+    destroyMarkers();
     destroyGridDefinitions();
+    cleanupTempObjects();
     QsLogging::Logger::destroyInstance();
     return result;
 }

@@ -65,3 +65,17 @@ import struct, sys
 sys.exit(struct.unpack(">II", open(sys.argv[1], "rb").read(24)[16:]) != (123, 45))
 CHECK
 expect_status 1 render "$work/line.fig" "$work/no/such/folder.png"
+
+# The searches: beside the middle of the line, off by (10, -15) at right angles, and at its start.
+expect_status 0 hit "$work/line.fig" 310 1785 -610 1190
+evaluate 'j["tolerance"] == 30 and [p["object"]["id"] for p in j["points"]] == [1, 1]'
+evaluate 'j["points"][0]["point"] == [300, 1800] and j["points"][0]["pointSearch"] is None'
+evaluate 'j["points"][0]["smartPoints"] == [[-600, 1200], [1200, 2400]]'
+evaluate 'j["points"][1]["pointSearch"]["point"] == [-600, 1200]'
+evaluate 'j["points"][1]["pointSearch"]["previous"] is None'
+expect_status 0 hit "$work/line.fig" --zoom 4 <<<"310 1785"
+evaluate 'j["tolerance"] == 8 and j["points"][0]["object"] is None'
+expect_status 2 hit "$work/line.fig" 310
+expect_status 2 hit "$work/line.fig" 310 wide
+expect_status 0 hit "$work/line.fig" </dev/null
+evaluate 'j["points"] == []'

@@ -15,22 +15,11 @@ screenshot() {
     import -window root "$artefacts/$1.png"
 }
 
-no_window_named() {
-    ! window_named "$1"
-}
-
 # menu LETTER: an entry of the File menu by its underlined letter.
 menu() {
     xdotool mousemove 28 10 click 1
     sleep 0.4
     xdotool key "$1"
-}
-
-# expect_dialog TITLE: waits for it; the keys go there.
-expect_dialog() {
-    wait_for "the dialog $1 comes up" window_named "$1"
-    sleep 0.3
-    xdotool windowfocus "$window" mousemove --window "$window" 20 20
 }
 
 # save_as NAME: up to where the dialog closes or asks.

@@ -41,7 +41,8 @@ near() {
 start_display
 store=$work/config/Orvalt/Orvalt.conf
 mkdir -p "$(dirname "$store")"
-printf '[General]\nlast%%20directory=/\n' >"$store"
+# The window is large enough for the panels and the figure.
+printf '[General]\nlast%%20directory=/\nwindow%%20size=@Size(1000 700)\n' >"$store"
 
 # A blue box without border (the rulers mark the pointer in red), 100 by 50 pixels at zoom 1, its corner at pixel 200, 100.
 cat >"$work/plan.fig" <<'FIG'

@@ -1,3 +1,4 @@
+#include "RecordingShell.h"
 #include "edit/command.h"
 #include "edit/mode.h"
 
@@ -103,6 +104,17 @@ private slots:
         QVERIFY(elastic_proc == feedbackProc);
         canvas_leftbutUp_proc = nullptr;
         elastic_proc = nullptr;
+    }
+
+    void switchingGoesToTheShellAndGesturesToTheSelection()
+    {
+        const QHash<int, int> gestures = {{-1, 67}, {37, 67}, {68, 67}, {71, 67}};
+        for (int command = -1; command <= 80; ++command) {
+            recordingShell.clear();
+            switchCommand(command);
+            const int expected = gestures.value(command, command);
+            QCOMPARE(recordingShell.panels, QStringList(QString("switch %1").arg(expected)));
+        }
     }
 
     void endOfAGestureForgetsItsFeedback()

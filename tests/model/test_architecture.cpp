@@ -30,6 +30,11 @@ const Exception exceptions[] = {
     {"fileio/f_read.cpp", "edit/e_scale.h", "other resolutions are scaled on reading"},
     {"render/u_redraw.cpp", "edit/command.h", "a full redraw replays the feedback of a gesture"},
     {"render/u_redraw.cpp", "edit/mode.h", "a full redraw replays the feedback of a gesture"},
+    {"render/u_redraw.cpp", "edit/u_elastic.h", "a full redraw replays the feedback of a gesture"},
+    {"render/grid_snap.cpp", "edit/command.h", "what snaps depends on the command"},
+    {"render/grid_snap.cpp", "edit/mode.h", "what snaps depends on the gesture"},
+    {"render/grid_snap.cpp", "edit/u_search.h", "positions snap to the vertices of objects"},
+    {"render/markers.cpp", "edit/mode.h", "markers and the centre of the user's are modes"},
     {"render/coords.cpp", "edit/command.h", "the read-out tells lengths of the gesture"},
     {"render/coords.cpp", "edit/mode.h", "the read-out tells lengths of the gesture"},
 };

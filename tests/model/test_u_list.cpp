@@ -171,6 +171,8 @@ private slots:
         QTest::newRow("closed approximated") << 1 << "1 1 1 1";
         QTest::newRow("open interpolated") << 2 << "0 -1 -1 0";
         QTest::newRow("closed interpolated") << 3 << "-1 -1 -1 -1";
+        QTest::newRow("open X-spline") << 4 << "0 -1 -1 0";
+        QTest::newRow("closed X-spline") << 5 << "-1 -1 -1 -1";
     }
 
     void madeFactorsFollowTheSubType()

@@ -4,6 +4,7 @@
 
 #include "RecordingShell.h"
 #include "model/FigContext.h"
+#include "model/preferences.h"
 #include "model/u_list.h"
 #include "render/gfx_lowlevel.h"
 
@@ -21,6 +22,19 @@ struct PixelContext : CFigContext {
         recordingShell.activeContext = this;
     }
     ~PixelContext() override { recordingShell.activeContext = nullptr; }
+};
+
+/// How objects outside of an open compound look, for a while.
+struct CompoundView {
+    explicit CompoundView(int mode) : former(otherPreferencesData.compoundEditViewMode)
+    {
+        otherPreferencesData.compoundEditViewMode = mode;
+    }
+    ~CompoundView() { otherPreferencesData.compoundEditViewMode = former; }
+    CompoundView(const CompoundView&) = delete;
+    CompoundView& operator=(const CompoundView&) = delete;
+
+    int former;
 };
 
 /// A white canvas with a painter that the context draws on.

@@ -343,7 +343,7 @@ private slots:
             QTest::addRow("length %d", command) << command << length;
         for (int command : {7, 16})
             QTest::addRow("size %d", command) << command << size;
-        for (int command : {-1, 0, 5, 8, 9, 14, 15, 17, 36, 38, CMD_SELECT})
+        for (int command : {-1, 0, 5, 8, 9, 14, 15, 17, 36, 38, int(CMD_SELECT)})
             QTest::addRow("nothing %d", command) << command << QStringList{"", ""};
     }
     void gesturesReadOutTheirMeasures()

@@ -36,7 +36,7 @@ const QList<Group>& groups()
         {"grid", QString("grid_none grid_small grid_medium grid_large grid_iso_small "
                          "grid_iso_medium grid_iso_large grid_custom magnet")
                      .split(' ')},
-        {"diverse", QString("play refresh").split(' ')},
+        {"diverse", QString("play refresh comment comment_filled").split(' ')},
     };
     return list;
 }

@@ -17,12 +17,6 @@ struct ThickContext : PixelContext {
     ThickContext() { ppiY = 80.0f; }
 };
 
-/// Sets the view of what lies outside an open compound for the time of a test.
-struct CompoundView {
-    explicit CompoundView(int mode) { otherPreferencesData.compoundEditViewMode = mode; }
-    ~CompoundView() { otherPreferencesData = OtherPreferencesData(); }
-};
-
 template <class Draw> QImage picture(CFigContext* ctx, Draw draw)
 {
     Canvas canvas(ctx);

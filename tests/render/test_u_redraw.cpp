@@ -6,13 +6,16 @@
 
 #include "edit/command.h"
 #include "edit/mode.h"
+#include "edit/u_elastic.h"
 #include "model/ObjectFunctions.h"
 #include "model/preferences.h"
 #include "model/w_layers.h"
 #include "render/coords.h"
+#include "render/grid.h"
 #include "render/u_bound.h"
 #include "render/u_redraw.h"
 
+#include <QScopedValueRollback>
 #include <QtTest>
 
 #include <cstring>
@@ -105,6 +108,7 @@ void redrawLiterally(CFigContext* ctx, int width, int height)
 {
     clear_canvas(ctx, gridPreferences.backgroundColour, 0, 0, width, height);
     applyFunction(&ctx->drawing.objects, clearIgnoreFlag);
+    drawPageborders(ctx);
     drawLiterally(ctx, nullptr);
 }
 
@@ -118,6 +122,7 @@ void refreshLiterally(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObjec
     const QRect rect(from, to);
     ctx->painter->setClipRect(rect, Qt::ReplaceClip);
     ctx->painter->fillRect(rect, gridPreferences.backgroundColour);
+    drawPageborders(ctx);
     drawLiterally(ctx, nullptr);
     ctx->painter->setClipRect(rect, Qt::NoClip);
 }
@@ -159,6 +164,7 @@ QImage blankCanvas(int width, int height, Qt::GlobalColor color = Qt::red)
 template <class Work> void paintOn(QImage& image, CFigContext& ctx, bool antialiasing, Work work)
 {
     QPainter painter(&image);
+    QScopedValueRollback<bool> preference(otherPreferencesData.antialiasing, antialiasing);
     painter.setRenderHint(QPainter::Antialiasing, antialiasing);
     ctx.setPainter(&painter);
     work();
@@ -784,6 +790,45 @@ private slots:
         drawnIds.clear();
         drawCanvas(&ctx, QSize(300, 200), false);
         QCOMPARE(drawnIds, (QVector<long>{1}));
+    }
+
+    void theScaleCommandReplaysItsBoxToo()
+    {
+        CFigContext ctx;
+        fix_x = fix_y = 150; // 10 pixels
+        cur_x = cur_y = 750;
+        set_action_on();
+        const QColor white(Qt::white);
+        QCOMPARE(drawCanvas(&ctx, QSize(60, 60), false).pixelColor(30, 10), white);
+        cur_command = CMD_SCALE_COMPOUND;
+        QCOMPARE(drawCanvas(&ctx, QSize(60, 60), false).pixelColor(30, 10), QColor(Qt::black));
+        elastic_proc = elastic_box; // inverts it back
+        QCOMPARE(drawCanvas(&ctx, QSize(60, 60), false).pixelColor(30, 10), white);
+        reset_action_on();
+        QCOMPARE(drawCanvas(&ctx, QSize(60, 60), false).pixelColor(30, 10), white);
+        cur_command = CMD_SELECT;
+    }
+
+    // Pointer moves of a drawing tool wipe without antialiasing.
+    void theToolCanWipeWhatARedrawReplayed()
+    {
+        CFigContext ctx;
+        cur_command = CMD_POLYLINE;
+        elastic_proc = elastic_line;
+        fix_x = fix_y = 150;
+        cur_x = 1500;
+        cur_y = 1050;
+        set_action_on();
+        QImage image = blankCanvas(200, 160);
+        paintOn(image, ctx, true, [&] {
+            redisplay_viewport(&ctx, 200, 160);
+            QVERIFY(ctx.painter->testRenderHint(QPainter::Antialiasing));
+            QVERIFY(image != blankCanvas(200, 160, Qt::white));
+            ctx.painter->setRenderHint(QPainter::Antialiasing, false);
+            elastic_line(&ctx, fix_x, fix_y, cur_x, cur_y);
+        });
+        QCOMPARE(image, blankCanvas(200, 160, Qt::white));
+        cur_command = CMD_SELECT;
     }
 
     void partialRedrawDoesNotReplayTheFeedback()

@@ -1,12 +1,14 @@
 #include "EngineCanvas.h"
 
 #include "model/FigContext.h"
+#include "model/preferences.h"
 #include "render/colorFunctions.h"
 #include "render/coords.h"
 #include "render/grid.h"
 #include "render/u_redraw.h"
 
 #include <QPainter>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -51,6 +53,8 @@ QImage drawCanvas(CFigContext* ctx, const QSize& size, bool antialiasing)
     if (canvas.isNull() || !painter.begin(&canvas)) {
         return {};
     }
+    // What switches antialiasing off for itself goes back to the preference.
+    QScopedValueRollback<bool> preference(otherPreferencesData.antialiasing, antialiasing);
     painter.setRenderHint(QPainter::Antialiasing, antialiasing);
     ctx->setPainter(&painter);
     redisplay_viewport(ctx, size.width(), size.height());

@@ -19,5 +19,5 @@ public:
 /// Size that holds the whole figure, as far as it lies right of and below the canvas' origin.
 QSize canvasSize(CFigContext* ctx);
 
-/// What a window of that size would show. A null image when there is no memory for it.
+/// What a window of that size would show with that preference for antialiasing. A null image when there is no memory for it.
 QImage drawCanvas(CFigContext* ctx, const QSize& size, bool antialiasing);

@@ -19,6 +19,8 @@ struct RecordingShell {
     float dpiX = 80.0f;
     float dpiY = 80.0f;
     QStringList redraws; ///< "canvas" or "depth N", in the order in which they were asked for
+    QStringList panels;  ///< what the panels were told: "command 6", "attributes 2", "comment 1"...
+    QString enteredText; ///< what the next text dialog gives back, if answer is true
 
     void clear();
 };

@@ -38,6 +38,21 @@ window_named() {
     [ -n "$window" ]
 }
 
+no_window_named() {
+    ! window_named "$1"
+}
+
+takes_keys() {
+    xdotool windowfocus "$window" mousemove --window "$window" 20 20 2>/dev/null
+    [ "$(xdotool getwindowfocus 2>/dev/null)" = "$window" ]
+}
+
+# expect_dialog TITLE: waits for it; the keys go there.
+expect_dialog() {
+    wait_for "the dialog $1 comes up" window_named "$1"
+    wait_for "the dialog $1 takes keys" takes_keys
+}
+
 # A server that resets when its last client has gone refuses whoever comes meanwhile: none does.
 start_server() {
     : >"$work/display"

@@ -1,8 +1,9 @@
-// The engine without windows: what a figure reads as, what is drawn of it, its canvas, and what
-// saving writes.
+// The engine without windows: what a figure reads as, what is drawn of it, its canvas, what
+// saving writes, and what the searches find at points.
 //
 //   figprobe info FILE                  figprobe outline FILE
 //   figprobe render FILE OUT.png        figprobe save FILE OUT.fig
+//   figprobe hit FILE [X Y ...]         points from the standard input if none are given
 //
 // JSON on stdout, diagnostics on stderr. Exit status 0 when the file could be read (and the
 // picture or the figure written), else 1; 2 for a call that cannot be understood.
@@ -28,7 +29,8 @@ constexpr char usage[] =
     "       figprobe outline FILE [--zoom Z] [--ppi P] [--origin X,Y] [--shift yes|no]\n"
     "       figprobe render IN OUT.png [--zoom Z] [--ppi P] [--size WxH] [--origin X,Y]\n"
     "                [--shift yes|no] [--no-antialias] [--no-page]\n"
-    "       figprobe save IN OUT [--shift yes|no]\n";
+    "       figprobe save IN OUT [--shift yes|no]\n"
+    "       figprobe hit FILE [--zoom Z] [--ppi P] [--origin X,Y] [--shift yes|no] [X Y ...]\n";
 
 void printJson(const QJsonObject& object)
 {
@@ -73,6 +75,10 @@ int runCommand(const ProbeOptions& options)
         const bool saved = write_file(ctx.get(), options.output);
         printMessages();
         return saved ? 0 : 1;
+    }
+    if (options.command == "hit") {
+        printJson(figureHits(ctx.get(), options.points));
+        return 0;
     }
     printJson(options.command == "info" ? figureInfo(ctx.get()) : figureOutline(ctx.get()));
     return 0;

@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QPoint>
+#include <QVector>
 
 struct ProbeOptions;
 class CFigContext;
@@ -23,3 +24,5 @@ QString typeName(int type);
 QJsonObject figureInfo(CFigContext* ctx);
 /// What drawing computes for each object, in drawing order.
 QJsonObject figureOutline(CFigContext* ctx);
+/// What objectSearch and the point search find at each point, figure units.
+QJsonObject figureHits(CFigContext* ctx, const QVector<QPoint>& points);

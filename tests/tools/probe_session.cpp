@@ -7,10 +7,12 @@
 #include "render/gfx_math.h"
 
 #include <QCommandLineParser>
+#include <QRegularExpression>
+#include <QTextStream>
 
 namespace {
 
-const QStringList commands = {"info", "render", "outline", "save"};
+const QStringList commands = {"info", "render", "outline", "save", "hit"};
 
 void addOptions(QCommandLineParser& parser)
 {
@@ -60,10 +62,39 @@ bool parseCanvas(const QCommandLineParser& parser, ProbeOptions* options)
     return ok;
 }
 
+/// The parser would take a negative coordinate for an option.
+QStringList hideSigns(QStringList arguments)
+{
+    static const QRegularExpression negative("^(-\\d+)$");
+    return arguments.replaceInStrings(negative, " \\1");
+}
+
+/// Pairs of whole numbers.
+bool parsePoints(const QStringList& numbers, QVector<QPoint>* points)
+{
+    for (int i = 0; i + 1 < numbers.size(); i += 2) {
+        bool xOk = false, yOk = false;
+        points->append(QPoint(numbers[i].toInt(&xOk), numbers[i + 1].toInt(&yOk)));
+        if (!xOk || !yOk) {
+            return false;
+        }
+    }
+    return numbers.size() % 2 == 0;
+}
+
+QStringList standardInputWords()
+{
+    return QTextStream(stdin).readAll().simplified().split(' ', Qt::SkipEmptyParts);
+}
+
 bool parsePositional(const QStringList& arguments, ProbeOptions* options)
 {
     options->command = arguments.value(0);
     options->input = arguments.value(1);
+    if (options->command == "hit" && arguments.size() >= 2) {
+        const QStringList numbers = arguments.mid(2);
+        return parsePoints(numbers.isEmpty() ? standardInputWords() : numbers, &options->points);
+    }
     options->output = arguments.value(2);
     const int expected = options->command == "render" || options->command == "save" ? 3 : 2;
     return commands.contains(options->command) && arguments.size() == expected;
@@ -75,7 +106,7 @@ bool parseProbeOptions(const QStringList& arguments, ProbeOptions* options, QStr
 {
     QCommandLineParser parser;
     addOptions(parser);
-    if (!parser.parse(arguments)) {
+    if (!parser.parse(hideSigns(arguments))) {
         *error = parser.errorText();
         return false;
     }

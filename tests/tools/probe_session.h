@@ -6,6 +6,7 @@
 #include <QSize>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 class CFigContext;
 
@@ -19,12 +20,14 @@ struct ProbeOptions {
     float ppiY = 80.0f;
     QSize size;               ///< pixels; not valid: the figure's extent decides
     QPoint origin;            ///< figure units at the top left of the canvas
+    QVector<QPoint> points;   ///< figure units; of the searches
     bool shiftFigure = false; ///< answer to the question on negative coordinates
     bool antialiasing = true;
     bool pageBorders = true;
 };
 
-/// Fills options from the command line. On failure error says why.
+/// Fills options from the command line. On failure error says why. Points of the searches that the
+/// command line does not name are read from the standard input.
 bool parseProbeOptions(const QStringList& arguments, ProbeOptions* options, QString* error);
 
 /// Reads the figure at zoom 1, as the program does, and then sets zoom and origin.

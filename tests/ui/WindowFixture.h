@@ -128,6 +128,11 @@ inline void resetProcessState()
     gridPreferences = GridPreferences();
     otherPreferencesData = OtherPreferencesData();
     cur_command = -1;
+    previous_command = -1;
+    gestureContext = nullptr;
+    setcenter = 0;
+    pointmarker_shown = false;
+    resetConstraints();
     set_functions(nullptr, nullptr, nullptr, nullptr, nullptr);
     canvas_leftbutUp_proc = nullptr;
     canvas_locmove_proc2 = nullptr;

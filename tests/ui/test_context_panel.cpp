@@ -30,6 +30,13 @@ QAction* windowAction(const QTMainFrm* window, MainAction which)
     return nullptr;
 }
 
+QDockWidget* dockAround(QWidget* panel)
+{
+    while (panel && !qobject_cast<QDockWidget*>(panel))
+        panel = panel->parentWidget();
+    return static_cast<QDockWidget*>(panel);
+}
+
 std::unique_ptr<FigObject> makeObject(int type, int subType)
 {
     std::unique_ptr<FigObject> object;
@@ -81,7 +88,7 @@ private slots:
         }
         QCOMPARE(names.size(), 17);
         QVERIFY(!names.contains(QString()));
-        const auto* dock = qobject_cast<QDockWidget*>(fixture.panel->parentWidget());
+        const QDockWidget* dock = dockAround(fixture.panel);
         QVERIFY(dock);
         QCOMPARE(dock->windowTitle(), QString("Object properties"));
     }

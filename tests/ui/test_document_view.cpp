@@ -368,7 +368,7 @@ private slots:
 
     void movingABarMovesFigureAndRuler()
     {
-        WindowFixture fixture({520, 500});
+        WindowFixture fixture({1000, 500});
         fixture.addLine(0, 1500, 9000, 1500);
         fixture.child->redisplayCanvas();
         const QImage before = *fixture.child->canvasImage;
@@ -383,7 +383,7 @@ private slots:
 
     void aHiddenBarDoesNotScroll()
     {
-        WindowFixture fixture;
+        WindowFixture fixture({1200, 700});
         fixture.context->zoom = 0.1f;
         fixture.child->updateSliders();
         QVERIFY(!fixture.child->horizontalScrollBar()->isVisible());

@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QLabel>
+#include <QMdiArea>
 #include <QMenuBar>
 #include <QSettings>
 #include <QStatusBar>
@@ -38,38 +39,58 @@ const ExpectedAction expectedActions[] = {
     {"Close", "Ctrl+F4", "Close", "closeActiveChild()"},
     {"Properties...", "", "Properties", nullptr},
     {"Exit", "", "Exit", "closeAllChilds()"},
-    {"Undo", "Ctrl+Z", "Undo the last action", nullptr},
-    {"Redo", "Ctrl+Y", "Redo the last undone action", nullptr},
-    {"Cu&t", "Ctrl+X", "Cut the current selection's contents to the clipboard", nullptr},
-    {"&Copy", "Ctrl+C", "Copy the current selection's contents to the clipboard", nullptr},
-    {"&Paste", "Ctrl+V", "Paste the clipboard's contents into the current selection", nullptr},
-    {"Select All", "Ctrl+A", "Select All", nullptr},
-    {"Create Smart Links", "", "Create Smart Links", nullptr},
+    {"Undo", "Ctrl+Z", "Undo the last action", "undo()"},
+    {"Redo", "Ctrl+Y", "Redo the last undone action", "redo()"},
+    {"Cu&t", "Ctrl+X", "Cut the current selection's contents to the clipboard", "cut()"},
+    {"&Copy", "Ctrl+C", "Copy the current selection's contents to the clipboard", "copy()"},
+    {"&Paste", "Ctrl+V", "Paste the clipboard's contents into the current selection", "paste()"},
+    {"Select All", "Ctrl+A", "Select All", "selectAll()"},
+    {"Create Smart Links", "", "Create Smart Links", "createSmartLinks()"},
     {"Preferences...", "", "Preferences", nullptr},
     {"Page and Metrics Setup...", "", "Open page, grid and metrics setup", nullptr},
     {"Library...", "", "Open library", nullptr},
     {"Open Console View", "", "Open Console View", "onOpenConsoleView()"},
-    {"Palette...", "", "Open Palette", nullptr},
-    {"Layer Selection...", "", "Open layer selection", nullptr},
+    {"Palette...", "", "Open Palette", "onOpenColorDlg()"},
+    {"Layer Selection...", "", "Open layer selection", "onOpenLayersPanel()"},
     {"Zoom in", "Ctrl++", "Zoom in", "zoomIn()"},
     {"Zoom out", "Ctrl+-", "Zoom out", "zoomOut()"},
     {"Zoom to selection", ".", "Zoom to selection", "zoomToSelection()"},
     {"Zoom to selection (revert)", "Shift+.", "Zoom to selection", "zoomToSelectionRevert()"},
-    {"Align left", "", "Align left", nullptr},
-    {"Align top", "", "Align top", nullptr},
-    {"Align right", "", "Align right", nullptr},
-    {"Align bottom", "", "Align bottom", nullptr},
-    {"Align centered horizontal", "", "Align centered horizontal", nullptr},
-    {"Align centered vertical", "", "Align centered vertical", nullptr},
-    {"Align centered", "", "Align centered", nullptr},
-    {"Create", "", "Glue objects into compound object", nullptr},
-    {"Break", "", "Break compound object", nullptr},
-    {"Open", "", "Open compound for editing", nullptr},
-    {"Close", "", "Close current compound", nullptr},
-    {"Convert", "", "Convert line into spline or vice versa", nullptr},
+    {"Align left", "", "Align left", "alignLeft()"},
+    {"Align top", "", "Align top", "alignTop()"},
+    {"Align right", "", "Align right", "alignRight()"},
+    {"Align bottom", "", "Align bottom", "alignBottom()"},
+    {"Align centered horizontal", "", "Align centered horizontal", "alignCenterH()"},
+    {"Align centered vertical", "", "Align centered vertical", "alignCenterV()"},
+    {"Align centered", "", "Align centered", "alignCenterHV()"},
+    {"Create", "", "Glue objects into compound object", "onCreateCompound()"},
+    {"Break", "", "Break compound object", "onBreakCompound()"},
+    {"Open", "", "Open compound for editing", "onOpenCompound()"},
+    {"Close", "", "Close current compound", "onCloseCompound()"},
+    {"Convert", "", "Convert line into spline or vice versa", "onConvertLineSpline()"},
     {"&About", "", "Show the application's About box", "about()"},
     {"About &Qt", "", "Show the Qt library's About box", "aboutQt()"},
 };
+
+/// Available only when the document has something for it, which an empty one has not.
+bool waitsForTheDocument(const ExpectedAction& row)
+{
+    static const QSet<QByteArray> slotNames = {"undo()",
+                                               "redo()",
+                                               "alignLeft()",
+                                               "alignTop()",
+                                               "alignRight()",
+                                               "alignBottom()",
+                                               "alignCenterH()",
+                                               "alignCenterV()",
+                                               "alignCenterHV()",
+                                               "onCreateCompound()",
+                                               "onBreakCompound()",
+                                               "onOpenCompound()",
+                                               "onCloseCompound()",
+                                               "onConvertLineSpline()"};
+    return slotNames.contains(row.slot);
+}
 
 QAction* findAction(const QTMainFrm* window, const QString& text, const QString& tip)
 {
@@ -171,7 +192,7 @@ private slots:
             QCOMPARE(action->shortcut().toString(), QString(row.key));
             QVERIFY2(isShownSomewhere(action), row.text);
             QVERIFY2(!action->icon().availableSizes().isEmpty(), row.text);
-            QVERIFY2(action->isEnabled() == (row.slot != nullptr), row.text);
+            QVERIFY2(action->isEnabled() == (row.slot && !waitsForTheDocument(row)), row.text);
             if (row.slot)
                 QVERIFY2(fixture.window->metaObject()->indexOfSlot(row.slot) >= 0, row.slot);
         }
@@ -538,13 +559,62 @@ private slots:
         QVERIFY(!button->isChecked());
     }
 
-    // Their effect on the drawing comes later.
-    void gridAndSnapButtonsAreDisabled()
+    void gridAndSnapButtonsAreLive()
     {
         WindowFixture fixture;
-        QVERIFY(toolButton(fixture.window.get(), "constraint")->isEnabled());
-        QVERIFY(!toolButton(fixture.window.get(), "grid")->isEnabled());
-        QVERIFY(!toolButton(fixture.window.get(), "snap")->isEnabled());
+        for (const char* name : {"constraint", "grid", "snap"})
+            QVERIFY(toolButton(fixture.window.get(), name)->isEnabled());
+    }
+
+    // 80 / 2.54 = 31.5 pixels: the first column of the medium grid.
+    void aChosenGridIsDrawnAtOnce()
+    {
+        WindowFixture fixture;
+        const auto isInked = [&] {
+            const QImage canvas = fixture.child->viewport()->grab().toImage();
+            int inked = 0;
+            for (int y = 0; y < 90; ++y)
+                inked += canvas.pixelColor(31, y) == gridPreferences.gridColour;
+            return inked == 30; // dotted: one pixel in three
+        };
+        QVERIFY(!isInked());
+        fixture.window->setGrid(2, nullptr);
+        QVERIFY(isInked());
+        fixture.window->setGrid(0, nullptr);
+        QVERIFY(!isInked());
+    }
+
+    void theGridButtonShowsTheGridOfTheActiveDocument()
+    {
+        WindowFixture fixture;
+        const QToolButton* button = toolButton(fixture.window.get(), "grid");
+        const auto shown = [button] {
+            const QImage icon = button->icon().pixmap(24).toImage();
+            const QList<QAction*> items = button->menu()->actions();
+            for (int index = 0; index < items.size(); ++index)
+                if (items[index]->icon().pixmap(24).toImage() == icon)
+                    return index;
+            return -1;
+        };
+        QCOMPARE(shown(), 0); // the preference is the medium grid, but switched off
+        fixture.window->setGrid(3, nullptr);
+        QMdiSubWindow* first = fixture.window->findChild<QMdiArea*>()->activeSubWindow();
+        fixture.window->newFile();
+        QCOMPARE(shown(), 3); // a new document takes the last choice over
+        fixture.window->setGrid(5, nullptr);
+        fixture.window->setActiveSubWindow(first);
+        QCOMPARE(shown(), 3);
+        QCOMPARE(fixture.context->gridIndex, 3);
+    }
+
+    void theSnapButtonShowsTheStoredMode()
+    {
+        gridPreferences.snapMode = 2;
+        WindowFixture fixture;
+        const QToolButton* button = toolButton(fixture.window.get(), "snap");
+        QVERIFY(button->isChecked());
+        QVERIFY(!button->menu()->actions()[0]->isChecked());
+        QVERIFY(button->menu()->actions()[1]->isChecked());
     }
 
     // --- console, About box -----------------------------------------------------

@@ -296,8 +296,9 @@ private slots:
         fixture.window->saveAs();
         QVERIFY(user.isDone());
         QCOMPARE(fixture.window->statusBar()->currentMessage(), QString("File saved"));
+        // Then the line that lasts is back.
         QTest::qWait(2200);
-        QCOMPARE(fixture.window->statusBar()->currentMessage(), QString());
+        QCOMPARE(fixture.window->statusBar()->currentMessage(), message_line);
         fixture.window->save();
         QCOMPARE(fixture.window->statusBar()->currentMessage(), message_line);
         QVERIFY(message_line.contains("saved in"));
