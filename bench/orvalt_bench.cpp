@@ -6,6 +6,8 @@
 //                                 of calls, pixels that differ between the two pictures
 //   orvalt_bench partial FIGURE   seconds of a full redraw and of one object's area
 //   orvalt_bench save FIGURE OUT  seconds to save
+//   orvalt_bench search FIGURE    seconds to take the boxes of the pointer search, of one such
+//                                 search, and of one without boxes
 //
 // Output is one line of numbers. Times are processor seconds, the least of several
 // runs where the work can be repeated.
@@ -15,6 +17,8 @@
 
 #include "EngineCanvas.h"
 #include "RecordingShell.h"
+#include "edit/pick_boxes.h"
+#include "edit/u_search.h"
 #include "fileio/f_read.h"
 #include "fileio/f_save.h"
 #include "model/FigContext.h"
@@ -31,6 +35,7 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <random>
 
 namespace {
 
@@ -187,6 +192,46 @@ int measureSave(const QString& file, const QString& output)
     return saved ? 0 : 1;
 }
 
+/// Positions all over the page on which the generated figures lie.
+QVector<QPoint> pointerPositions(int count)
+{
+    std::mt19937 random(7);
+    QVector<QPoint> positions;
+    for (int i = 0; i < count; ++i) {
+        const int x = static_cast<int>(random() % 9900), y = static_cast<int>(random() % 14000);
+        positions.append(QPoint(x, y));
+    }
+    return positions;
+}
+
+int measureSearch(const QString& file)
+{
+    constexpr int moves = 2000, movesWithoutBoxes = 20;
+    const auto ctx = openFigure(file);
+    if (!ctx) {
+        return 1;
+    }
+    const QVector<QPoint> positions = pointerPositions(moves);
+    PickBoxes boxes;
+    int px, py;
+    const double taking = leastSecondsOf([&] {
+        boxes.drop();
+        boxes.search(ctx.get(), -1000000, -1000000, &px, &py);
+    });
+    const double boxed = leastSecondsOf([&] {
+        for (const QPoint& at : positions) {
+            boxes.search(ctx.get(), at.x(), at.y(), &px, &py);
+        }
+    });
+    const double plain = leastSecondsOf([&] {
+        for (int i = 0; i < movesWithoutBoxes; ++i) {
+            objectSearch(ctx.get(), positions[i].x(), positions[i].y(), &px, &py, nullptr);
+        }
+    });
+    std::printf("%.9f %.9f %.9f\n", taking, boxed / moves, plain / movesWithoutBoxes);
+    return 0;
+}
+
 int writeFigure(const QStringList& arguments)
 {
     QFile file(arguments.value(4));
@@ -213,11 +258,14 @@ int runCommand(const QStringList& arguments)
     if (command == "partial") {
         return measurePartial(file);
     }
+    if (command == "search") {
+        return measureSearch(file);
+    }
     if (command == "save" && arguments.size() == 4) {
         return measureSave(file, arguments.value(3));
     }
-    std::fputs("usage: orvalt_bench generate COUNT SEED OUT | open|redraw|partial FIGURE |\n"
-               "       save FIGURE OUT\n",
+    std::fputs("usage: orvalt_bench generate COUNT SEED OUT |\n"
+               "       open|redraw|partial|search FIGURE | save FIGURE OUT\n",
                stderr);
     return 2;
 }
