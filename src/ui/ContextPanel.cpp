@@ -103,7 +103,17 @@ ContextPanel::ContextPanel(AttrsToolbarHandler* handler, QTMainFrm* window) : QS
         page->setAccessibleName(tr(row.accessibleName));
         addWidget(page);
     }
+    connect(this, &QStackedWidget::currentChanged, this, &ContextPanel::takeHeightOfPage);
     setCurrentIndex(PAGE_EMPTY);
+    takeHeightOfPage(PAGE_EMPTY);
+}
+
+void ContextPanel::takeHeightOfPage(int index)
+{
+    for (int i = 0; i < count(); ++i)
+        widget(i)->setSizePolicy(QSizePolicy::Preferred,
+                                 i == index ? QSizePolicy::Preferred : QSizePolicy::Ignored);
+    updateGeometry();
 }
 
 void ContextPanel::showCommand(int command)

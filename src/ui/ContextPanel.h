@@ -45,4 +45,8 @@ public:
     void showCommand(int command);
     /// Null shows the empty page. A line or spline of an unknown sub-type leaves the page as it is.
     void showObject(const FigObject* object);
+
+private:
+    /// The panel is as high as the page that shows; its width stays that of the widest.
+    void takeHeightOfPage(int index);
 };

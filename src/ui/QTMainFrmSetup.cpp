@@ -24,6 +24,7 @@
 namespace {
 
 constexpr int TOOL_ICON_SIZE = 24;
+constexpr int LARGEST_PAGE_HEIGHT = 640;
 constexpr int MIN_DOCUMENTS_WIDTH = 150; // pixels, so that the panels fit in beside
 
 QIcon applicationIcon()
@@ -132,9 +133,13 @@ void QTMainFrm::createAttributePanels()
 {
     contextPanel = new ContextPanel(attrsHandler, this);
     layersToolbar = new LayersToolbar;
-    showPanel(addPanel(tr("Object properties"), "objectPropertiesDock", Qt::RightDockWidgetArea),
-              scrollable(contextPanel));
-    showPanel(addPanel(tr("Layers"), "layersDock", Qt::RightDockWidgetArea), layersToolbar);
+    QDockWidget* properties =
+        addPanel(tr("Object properties"), "objectPropertiesDock", Qt::RightDockWidgetArea);
+    QDockWidget* layers = addPanel(tr("Layers"), "layersDock", Qt::RightDockWidgetArea);
+    showPanel(properties, scrollable(contextPanel));
+    showPanel(layers, layersToolbar);
+    // The properties change their height with what is chosen; the largest page is to fit.
+    resizeDocks({properties, layers}, {LARGEST_PAGE_HEIGHT, 1}, Qt::Vertical);
 }
 
 void QTMainFrm::createToolPanels()
