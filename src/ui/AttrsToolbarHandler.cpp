@@ -17,6 +17,8 @@ namespace {
 constexpr int RIGID_TEXT = 1; // bits of cur_textflags
 constexpr int SPECIAL_TEXT = 2;
 constexpr int PS_FONT = 4;
+constexpr float DEFAULT_STYLE_VALUE = 4;
+constexpr int SMALLEST_BOX_RADIUS = 7; // of the panel
 constexpr int LAST_FIXED_COLOR = 31;
 constexpr int LAST_FILL_STYLE = 62;
 constexpr float ARROW_WIDTH_PER_LINE_WIDTH = 60;
@@ -84,8 +86,13 @@ void AttrsToolbarHandler::onLineWidth(int width)
     change(cur_linewidth, width, &AttrsToolbarHandler::lineWidthChanged);
 }
 
+// A solid line of a file may come without a length for dashes; dashes of none would not show.
 void AttrsToolbarHandler::onLineStyle(int style)
 {
+    if (!updating && cur_linestyle != style && style > 0 && cur_styleval <= 0) {
+        cur_styleval = DEFAULT_STYLE_VALUE;
+        emit styleValChanged(DEFAULT_STYLE_VALUE);
+    }
     change(cur_linestyle, style, &AttrsToolbarHandler::lineStyleChanged);
 }
 
@@ -115,10 +122,15 @@ void AttrsToolbarHandler::onArrowType(int type)
     change(cur_arrowtype, type, &AttrsToolbarHandler::arrowTypeChanged);
 }
 
+// A plain box has no radius; round corners of none would not show.
 void AttrsToolbarHandler::onBoxType(int index)
 {
     if (updating || cur_boxtype == boxTypeOfIndex(index))
         return;
+    if (index != 0 && cur_boxradius <= 0) {
+        cur_boxradius = SMALLEST_BOX_RADIUS;
+        emit boxCornerRadiusChanged(SMALLEST_BOX_RADIUS);
+    }
     cur_boxtype = boxTypeOfIndex(index);
     emit boxTypeChanged(index != 0);
     applyToSelection();

@@ -110,6 +110,31 @@ private slots:
         }
     }
 
+    // What a figure from elsewhere has where nothing of it shows.
+    void dashesAndRoundCornersOfNoSizeTakeTheSizeThatTheProgramStartsWith()
+    {
+        const HandlerFixture fixture;
+        QSignalSpy lengths(fixture.handler, &AttrsToolbarHandler::styleValChanged);
+        QSignalSpy radii(fixture.handler, &AttrsToolbarHandler::boxCornerRadiusChanged);
+        cur_styleval = 0;
+        cur_boxradius = -1;
+        fixture.handler->onLineStyle(cur_linestyle);
+        QVERIFY(lengths.isEmpty());
+        fixture.handler->onLineStyle(1);
+        QCOMPARE(cur_styleval, 4.0f);
+        QCOMPARE(lengths.size(), 1);
+        fixture.handler->onBoxType(1);
+        QCOMPARE(cur_boxradius, 7);
+        QCOMPARE(radii.size(), 1);
+        cur_styleval = 2;
+        cur_boxradius = 3; // a script may have set less than the panel
+        fixture.handler->onLineStyle(2);
+        fixture.handler->onBoxType(0);
+        fixture.handler->onBoxType(1);
+        QCOMPARE(cur_styleval, 2.0f);
+        QCOMPARE(cur_boxradius, 3);
+    }
+
     void sizesOfNewArrowsFollowTheLineWidth()
     {
         const HandlerFixture fixture;
