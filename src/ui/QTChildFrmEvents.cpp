@@ -18,6 +18,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QWheelEvent>
 
 namespace {
@@ -84,7 +85,11 @@ void QTChildFrm::mousePressEvent(QMouseEvent* event)
         // The drag position stays as it is then; only other presses set it.
         if (!canvas_leftbut_proc)
             return;
+        // A dialog may have come up, and the document may have been closed under it.
+        const QPointer<QTChildFrm> self = this;
         pressLeft();
+        if (!self)
+            return;
     }
     if (event->button() == Qt::RightButton)
         pressRight();
@@ -94,9 +99,12 @@ void QTChildFrm::mousePressEvent(QMouseEvent* event)
 
 void QTChildFrm::pressLeft()
 {
+    const QPointer<QTChildFrm> self = this;
     beginPaint();
     if (painter.isActive())
         canvas_leftbut_proc(figContext, figX, figY, nullptr);
+    if (!self)
+        return;
     if (painter.isActive())
         endPaint();
     afterSlot();

@@ -47,7 +47,7 @@ def text(x, y, words, **attributes):
 
 def shape(points, sub_type):
     return filled(points, sub_type=sub_type, thickness=2, pen_color=BLACK, fill_color=YELLOW,
-                  fill_style=10)
+                  fill_style=30)
 
 
 FLOWCHART = [
@@ -55,7 +55,7 @@ FLOWCHART = [
     shape(box(6, 15, 10, 17), 2),
     dict(shape(box(6, 1, 10, 3), 4), radius=7),
     filled(places((8, 9), (10, 11), (8, 13), (6, 11), (8, 9)), sub_type=3, thickness=3,
-           pen_color=BLUE, fill_color=CYAN, fill_style=0),
+           pen_color=BLUE, fill_color=CYAN, fill_style=34),
     line((8, 3), (8, 5), arrow=FILLED_TRIANGLE),
     line((8, 7), (8, 9), arrow=FILLED_TRIANGLE),
     line((8, 13), (8, 15), arrow=FILLED_TRIANGLE),
@@ -64,7 +64,7 @@ FLOWCHART = [
     text(8, 6, "Read a value"),
     text(8, 11, "More?"),
     text(8, 16, "Plot"),
-    text(11, 11, "yes"),
+    text(11, 10, "yes"),
     text(9, 14, "no"),
 ]
 

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced after display.sh: a user's hand in the main window of 1280 by 800 pixels. Places on the
 # canvas are centimetres of the page at zoom 100 %. Nothing waits for a time: events of one window
 # come in their order, and what opens another window is waited for.
@@ -23,8 +24,8 @@ white_run() {
 }
 
 canvas_found() {
-    canvas_x=$(white_run 1280x1+0+360)
-    canvas_y=$(white_run 1x800+500+0)
+    canvas_x=$(white_run 1280x1+0+150)
+    canvas_y=$(white_run 1x800+250+0)
     [ -n "$canvas_x" ] && [ -n "$canvas_y" ]
 }
 
@@ -110,12 +111,29 @@ tool() {
     click_tool "$1" 258 "${manipulation_tools[@]}"
 }
 
+# A menu is a window of its own, without a name of ours: it is told by their number.
+visible_windows() {
+    xdotool search --onlyvisible --class orvalt 2>/dev/null | wc -l
+}
+
+more_windows_than() {
+    [ "$(visible_windows)" -gt "$1" ]
+}
+
+no_more_windows_than() {
+    ! more_windows_than "$1"
+}
+
 # tool_row_entry NAME N: of the menu of a button of the tool row, counted from 1.
 tool_row_entry() {
     local -A places=([constraint]=28 [grid]=170 [snap]=203)
+    local before
+    before=$(visible_windows)
     click "${places[$1]}" 80
+    wait_for "the menu of $1 opens" more_windows_than "$before"
     key --repeat "$2" Down
     key Return
+    wait_for "the menu of $1 closes" no_more_windows_than "$before"
 }
 
 # property N: the keys go to that control of the panel, in the order of the Tab key from 0. The
