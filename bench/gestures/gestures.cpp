@@ -1,14 +1,17 @@
 // Steps of gestures on the real windows, on the offscreen platform:
 //
-//   orvalt_bench_gestures rubber|hover|region|release|linked|many FIGURE
+//   orvalt_bench_gestures rubber|hover|region|release|linked|many|scale|rotate FIGURE
 //
 // prints the processor seconds of one step.
 #include "edit/command.h"
 #include "edit/e_links.h"
 #include "edit/e_move.h"
+#include "edit/e_rotate_tool.h"
+#include "edit/e_scale_compound.h"
 #include "edit/e_select.h"
 #include "model/FigContext.h"
 #include "model/u_list.h"
+#include "model/w_layers.h"
 #include "render/colorFunctions.h"
 #include "render/coords.h"
 #include "render/grid.h"
@@ -192,19 +195,59 @@ double many(Stage& stage)
                       Qt::LeftButton);
 }
 
+/// One compound of all objects.
+FigCompound* compoundOfAll(Stage& stage)
+{
+    auto* compound = new FigCompound;
+    compound->id = stage.ctx->getNextId();
+    compound->objects->swap(stage.ctx->drawing.objects);
+    stage.ctx->drawing.objects.append(compound);
+    set_depths(stage.ctx);
+    update_compound_corners(stage.ctx, compound);
+    stage.child->redisplayCanvas();
+    return compound;
+}
+
+double scale(Stage& stage)
+{
+    const FigCompound* compound = compoundOfAll(stage);
+    mainWnd->shapesToolbar()->switchCommand(CMD_SCALE_COMPOUND);
+    stage.child->beginPaint();
+    init_scale_compound(stage.ctx, compound->secorner.x, compound->secorner.y, nullptr);
+    stage.child->endPaint();
+    const QPoint corner(pixelX(stage.ctx, compound->secorner.x),
+                        pixelY(stage.ctx, compound->secorner.y));
+    return stage.move(slowSteps, corner, 40, Qt::LeftButton);
+}
+
+/// A click each, with its undo step.
+double rotate(Stage& stage)
+{
+    FigCompound* compound = compoundOfAll(stage);
+    mainWnd->shapesToolbar()->switchCommand(CMD_ROTATE_CW);
+    const double start = processorSeconds();
+    for (int step = 0; step < slowSteps; ++step) {
+        stage.child->beginPaint();
+        init_rotate(stage.ctx, compound, O_COMPOUND, 4500, 4500, 4500, 4500);
+        stage.child->endPaint();
+    }
+    return (processorSeconds() - start) / slowSteps;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     static const std::map<QString, std::function<double(Stage&)>> scenes = {
-        {"rubber", rubber},   {"hover", hover},   {"region", region},
-        {"release", release}, {"linked", linked}, {"many", many}};
+        {"rubber", rubber}, {"hover", hover}, {"region", region}, {"release", release},
+        {"linked", linked}, {"many", many},   {"scale", scale},   {"rotate", rotate}};
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     const auto scene = arguments.size() == 3 ? scenes.find(arguments[1]) : scenes.end();
     if (scene == scenes.end()) {
-        std::fputs("orvalt_bench_gestures rubber|hover|region|release|linked|many FIGURE\n",
+        std::fputs("orvalt_bench_gestures "
+                   "rubber|hover|region|release|linked|many|scale|rotate FIGURE\n",
                    stderr);
         return 2;
     }

@@ -36,6 +36,10 @@ class TranslateAction : public ActionItem {
 public:
     bool execute(CFigContext* ctx) override;
     bool undo(CFigContext* ctx) override;
+    /// Moves copies for one step of feedback, and what follows them, which is returned. The
+    /// compounds around that are the caller's to measure; the working list need not hold more than
+    /// the copies.
+    FigObjectList preview(CFigContext* ctx);
 
     int dx = 0, dy = 0;
     /// Objects whose links may follow. Left empty, it is filled by the first execute where
@@ -50,6 +54,7 @@ class ScaleAction : public ActionItem {
 public:
     bool execute(CFigContext* ctx) override;
     bool undo(CFigContext* ctx) override;
+    FigObjectList preview(CFigContext* ctx); ///< as that of a move
 
     float xfactor = 1, yfactor = 1;
     int cx = 0, cy = 0;

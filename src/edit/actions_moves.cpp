@@ -48,7 +48,8 @@ void updateCornersAround(CFigContext* ctx, FigObjectList* followed)
         recalculateCompoundBoundsOfParents(ctx, followed);
 }
 
-/// Moves the objects and what follows them; returns what followed.
+/// Moves the objects and what follows them; returns what followed. The corners of the compounds
+/// around that are left.
 FigObjectList translateObjects(CFigContext* ctx, TranslateAction& action, int dx, int dy)
 {
     FigObjectList moved = movedObjectsOf(action);
@@ -58,11 +59,10 @@ FigObjectList translateObjects(CFigContext* ctx, TranslateAction& action, int dx
     translate_object_list(ctx, &moved, dx, dy);
     adjust_links_translate(&moved, action.workingList, dx, dy, &followed, &action.workingObjects,
                            &done, &moved);
-    updateCornersAround(ctx, &followed);
     return followed;
 }
 
-void scaleObjects(CFigContext* ctx, ScaleAction& action, float xfactor, float yfactor)
+FigObjectList scaleObjects(CFigContext* ctx, ScaleAction& action, float xfactor, float yfactor)
 {
     FigObjectList moved = movedObjectsOf(action);
     FigObjectList followed;
@@ -72,7 +72,7 @@ void scaleObjects(CFigContext* ctx, ScaleAction& action, float xfactor, float yf
         scale_object(ctx, object, xfactor, yfactor, action.cx, action.cy);
     adjust_links_scale(&moved, xfactor, yfactor, action.cx, action.cy, action.workingList,
                        &followed, &done, &moved);
-    updateCornersAround(ctx, &followed);
+    return followed;
 }
 
 void appendMissing(const FigObjectList& objects, FigObjectList* list)
@@ -131,26 +131,42 @@ bool TranslateAction::execute(CFigContext* ctx)
     }
     followersKnown = true;
     FigObjectList followed = translateObjects(ctx, *this, dx, dy);
+    updateCornersAround(ctx, &followed);
     addParentsToRefresh(ctx, &followed, &refreshObjects);
     return true;
 }
 
 bool TranslateAction::undo(CFigContext* ctx)
 {
-    translateObjects(ctx, *this, saturatedDifference(0, dx), saturatedDifference(0, dy));
+    FigObjectList followed =
+        translateObjects(ctx, *this, saturatedDifference(0, dx), saturatedDifference(0, dy));
+    updateCornersAround(ctx, &followed);
     return true;
+}
+
+FigObjectList TranslateAction::preview(CFigContext* ctx)
+{
+    return translateObjects(ctx, *this, dx, dy);
 }
 
 bool ScaleAction::execute(CFigContext* ctx)
 {
-    scaleObjects(ctx, *this, xfactor, yfactor);
+    FigObjectList followed = scaleObjects(ctx, *this, xfactor, yfactor);
+    updateCornersAround(ctx, &followed);
     return true;
 }
 
 bool ScaleAction::undo(CFigContext* ctx)
 {
-    scaleObjects(ctx, *this, reverseFactor(xfactor), reverseFactor(yfactor));
+    FigObjectList followed =
+        scaleObjects(ctx, *this, reverseFactor(xfactor), reverseFactor(yfactor));
+    updateCornersAround(ctx, &followed);
     return true;
+}
+
+FigObjectList ScaleAction::preview(CFigContext* ctx)
+{
+    return scaleObjects(ctx, *this, xfactor, yfactor);
 }
 
 // --- turns ----------------------------------------------------------------------------

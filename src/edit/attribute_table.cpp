@@ -18,6 +18,8 @@ enum : unsigned {
     SHAPES = ELLIPSES | LINES | SPLINES | ARCS
 };
 
+constexpr int smallestTextSize = 1; // points
+constexpr int largestTextSize = 500;
 constexpr int rigidFlag = 1;
 constexpr int specialFlag = 2;
 
@@ -126,10 +128,14 @@ void makeLineWidthCurrent(CFigContext*, double width)
     cur_arrowheight = 120 * cur_arrowthick;
 }
 
-/// The panel's range goes one beyond the depths that there are.
 double currentDepth(CFigContext*)
 {
-    return std::clamp(cur_depth, 0, MAX_DEPTH);
+    return usableDepth();
+}
+
+double currentTextSize(CFigContext*)
+{
+    return usableTextSize();
 }
 
 int& currentFont()
@@ -173,7 +179,8 @@ constexpr Attribute attributes[] = {
     plain<&FigObject::sub_type, &cur_textjust>(ATTR_TEXT_JUSTIFICATION, TEXTS),
     textFlag<rigidFlag>(ATTR_TEXT_RIGID),
     textFlag<specialFlag>(ATTR_TEXT_SPECIAL),
-    plain<&FigText::size, &cur_fontsize>(ATTR_FONT_SIZE, TEXTS),
+    {ATTR_FONT_SIZE, TEXTS, readField<&FigText::size>, currentTextSize, writeField<&FigText::size>,
+     writeCurrent<&cur_fontsize>},
     plain<&FigText::angle, &cur_textangle>(ATTR_TEXT_ANGLE, TEXTS),
     textFlag<psFontFlag>(ATTR_PS_FONT_FLAG),
 };
@@ -191,6 +198,16 @@ bool isFor(const Attribute& attribute, FigObject* object)
 }
 
 } // namespace
+
+int usableDepth()
+{
+    return std::clamp(cur_depth, 0, MAX_DEPTH);
+}
+
+int usableTextSize()
+{
+    return std::clamp(cur_fontsize, smallestTextSize, largestTextSize);
+}
 
 QVector<const Attribute*> attributesOf(FigObject* object)
 {

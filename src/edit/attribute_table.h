@@ -19,6 +19,10 @@ struct Attribute {
     void (*makeCurrent)(CFigContext*, double);
 };
 
+// The panels' ranges go beyond what objects can have; these are kept within it.
+int usableDepth();    ///< cur_depth, 0 to 999
+int usableTextSize(); ///< cur_fontsize, 1 to 500 points
+
 /// The rows for an object, in the order in which changes are made. None for a compound.
 QVector<const Attribute*> attributesOf(FigObject* object);
 /// Those that its panel shows: only the depth of a picture, all of anything else.

@@ -1,6 +1,7 @@
 #include "edit/d_create.h"
 
 #include "edit/actions.h"
+#include "edit/attribute_table.h"
 #include "edit/d_arc.h"
 #include "edit/e_arrow.h"
 #include "edit/mode.h"
@@ -33,7 +34,7 @@ template <typename Object> Object* makeObject(CFigContext* ctx, int subType)
     object->pen_color = ctx->cur_pencolor;
     object->fill_color = ctx->cur_fillcolor;
     object->fill_style = ctx->cur_fillstyle;
-    object->depth = cur_depth;
+    object->depth = usableDepth();
     object->pen_style = 0;
     object->style_val = currentDashLength();
     return object;
@@ -97,7 +98,7 @@ FigLine* createPicFromCurrentAttrs(CFigContext* ctx)
     picture->pen_color = ctx->cur_pencolor;
     picture->fill_color = ctx->cur_fillcolor;
     picture->fill_style = -1;
-    picture->depth = cur_depth;
+    picture->depth = usableDepth();
     picture->pen_style = 0;
     picture->radius = 0;
     picture->pic = new FigPic;
@@ -137,10 +138,10 @@ FigText* createTextFromCurrentAttrs(CFigContext* ctx, const QString& text, int x
     object->id = ctx->getNextId();
     object->sub_type = cur_textjust;
     object->font = (cur_textflags & POSTSCRIPT_FONT) ? cur_ps_font : cur_latex_font;
-    object->size = cur_fontsize;
+    object->size = usableTextSize();
     object->angle = cur_textangle;
     object->color = ctx->cur_pencolor;
-    object->depth = cur_depth;
+    object->depth = usableDepth();
     object->pen_style = 0;
     object->flags = cur_textflags;
     object->x = x;

@@ -10,6 +10,7 @@
 #include "model/shell.h"
 #include "render/colorFunctions.h"
 #include "render/gfx_math.h"
+#include "render/markers.h"
 #include "render/u_bound.h"
 #include "render/u_redraw.h"
 
@@ -138,7 +139,7 @@ void cut_to_clipboard(CFigContext* ctx)
     setClipboard(cutCopyTaggedOjects(ctx));
     rememberPalette(ctx);
     ctx->curObject = nullptr;
-    refresh_obj_area(ctx, clipObjects, true);
+    refresh_marked_area(ctx, clipObjects, true);
 }
 
 void copy_to_clipboard(CFigContext* ctx)
@@ -200,7 +201,8 @@ FigObject* placeClipOjects(CFigContext* ctx, int x, int y, FigObject*)
     // The switch of the tool has cleared all tags.
     if (keepSelected) {
         applyFunction(&placed, setTaggedFlag);
-        refresh_obj_area(ctx, &placed, false);
+        // The switch has put the painter down, too.
+        shell_refresh_obj_area(ctx, &placed, false);
     }
     return nullptr;
 }

@@ -119,6 +119,10 @@ void flip_compound(CFigContext* ctx, FigObjectList* list, FigCompound* compound,
                    int axis)
 {
     mirrorCorners(compound, cx, cy, axis);
+    // Looked for once: a search of the whole figure for each member would not end in time.
+    FigObjectList sources;
+    if (list)
+        findObjectsThatConnectTo(list, compound, &sources);
     for (FigObject* member : qAsConst(*compound->objects))
-        flipMember(ctx, list, member, cx, cy, axis);
+        flipMember(ctx, &sources, member, cx, cy, axis);
 }

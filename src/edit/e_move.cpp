@@ -101,6 +101,9 @@ void placeTranslateObjects(CFigContext* ctx, FigObjectList* objects, int x, int 
     move->dx = saturatedDifference(x, fix_x);
     move->dy = saturatedDifference(y, fix_y);
     move->execute(ctx);
+    const bool isShown = x == cur_x && y == cur_y;
+    if (!isShown && !oldElasticObjectList.isEmpty())
+        show_real_objects(ctx, *objects);
     applyFunction(&ctx->drawing.objects, clearIgnoreFlag);
     deleteObjectList(&oldElasticObjectList);
     ctx->undoQueue.addAction(move);

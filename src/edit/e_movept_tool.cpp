@@ -8,6 +8,7 @@
 #include "edit/u_elastic.h"
 #include "edit/u_reshaping.h"
 #include "model/FigContext.h"
+#include "model/objectwalk.h"
 #include "model/shell.h"
 #include "model/u_list.h"
 #include "render/gfx_math.h"
@@ -17,18 +18,11 @@ namespace {
 
 FigObject* const nothingExcluded = nullptr;
 
-FigPath* pathOf(FigObject* object)
-{
-    if (object->type == O_POLYLINE)
-        return static_cast<FigLine*>(object);
-    return object->type == O_SPLINE ? static_cast<FigSpline*>(object) : nullptr;
-}
-
 bool isOwnPoint(FigObject* object, const FigPoint* point)
 {
     if (!object || !point)
         return false;
-    if (FigPath* path = pathOf(object))
+    if (FigPath* path = objectwalk::asPath(object))
         return path->getIndex(const_cast<FigPoint*>(point)) >= 0;
     if (object->type == O_ARC) {
         const FigPoint* first = static_cast<FigArc*>(object)->point;
@@ -193,7 +187,7 @@ bool tagPointMovept_action(CFigContext* ctx, FigObject* object, int type, int x,
     switch (type) {
     case O_POLYLINE:
     case O_SPLINE:
-        if (type == O_POLYLINE && pathOf(object)->getNumPoints() < 2)
+        if (type == O_POLYLINE && objectwalk::asPath(object)->getNumPoints() < 2)
             return false;
         left_point = previous;
         moved_pos = point;
@@ -343,7 +337,7 @@ void show_point_unmoved(CFigContext* ctx)
     if (elastic_proc == elastic_line)
         elastic_line(ctx, fix_x, fix_y, cur_x, cur_y);
     elastic_proc = nullptr;
-    show_unmoved(ctx, FigObjectList{ctx->curObject});
+    show_real_objects(ctx, FigObjectList{ctx->curObject});
 }
 
 void cancel_pointdragging(CFigContext* ctx, int, int, FigObject*)

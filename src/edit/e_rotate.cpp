@@ -190,7 +190,11 @@ void rotate_arc(CFigContext*, FigObjectList*, FigArc* arc, int cx, int cy, int a
 void rotate_compound(CFigContext* ctx, FigObjectList* list, FigCompound* compound, int cx, int cy,
                      int angle)
 {
-    rotateMembers(ctx, list, compound, cx, cy, angle);
+    // Looked for once: a search of the whole figure for each member would not end in time.
+    FigObjectList sources;
+    if (list)
+        findObjectsThatConnectTo(list, compound, &sources);
+    rotateMembers(ctx, &sources, compound, cx, cy, angle);
     update_compound_corners(ctx, compound);
 }
 

@@ -19,7 +19,6 @@ double sina = 0;
 
 namespace {
 
-constexpr int SNAP_TO_GRID = 1;
 enum Side { LEFT_EDGE, TOP_EDGE, RIGHT_EDGE, BOTTOM_EDGE, CORNER };
 
 void fixAt(int fixedX, int fixedY, int movingX, int movingY)
@@ -132,7 +131,7 @@ void compute_adjustposition(int x, int y)
 // With snapping to the grid edges and corners are free, and nothing is in proportion.
 void moveScaledEnd(int x, int y)
 {
-    if (gridPreferences.snapMode & SNAP_TO_GRID) {
+    if (gridPreferences.snapMode & SNAP_GRID) {
         cur_x = x;
         cur_y = y;
     } else {
@@ -164,7 +163,7 @@ void fix_scalecompound(CFigContext* ctx, int x, int y)
         scale->cy = fix_y;
         scale->execute(ctx);
         ctx->undoQueue.addAction(scale);
-        show_unmoved(ctx, scale->objects);
+        show_real_objects(ctx, scale->objects);
     } else {
         refresh_obj_area(ctx, &oldElasticObjectList, true);
     }
@@ -176,6 +175,6 @@ void cancel_scale_compound(CFigContext* ctx, int, int, FigObject*)
     elastic_scaleobjects(ctx, ctx->movedObjects, fromx, fromy);
     // Scaled by 1 an arc finds its centre anew, a circle its kind: the objects themselves show.
     if (ctx->movedObjects)
-        show_unmoved(ctx, *ctx->movedObjects);
+        show_real_objects(ctx, *ctx->movedObjects);
     restart(ctx);
 }

@@ -53,6 +53,9 @@ void select_selected(CFigContext*)
 
 FigObject* init_tagging(CFigContext* ctx, int x, int y, FigObject*)
 {
+    // A drag whose release went to another window is still on.
+    if (canvas_locmove_proc2)
+        cancel_objectdragging(ctx, x, y, nullptr);
     ctx->curObject = nullptr;
     cur_command = CMD_SELECT;
     if (!moreThanOneTaggedObject(ctx->getWorkingRoot())) {

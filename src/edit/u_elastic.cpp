@@ -29,7 +29,6 @@ constexpr int RUBBER = 11;
 constexpr int INVERT = 1;
 constexpr int PLAIN = 3;
 
-constexpr int SNAP_TO_GRID = 1; ///< of the snap mode
 
 constexpr double TWO_PI = 6.283185307179586;
 
@@ -199,7 +198,7 @@ void latex_line(CFigContext* ctx, int x, int y)
     elastic_line(ctx, fix_x, fix_y, cur_x, cur_y);
     // With snapping on the position is on the grid already, so each unit counts; without it the
     // end is kept on multiples of the grid step.
-    const bool snapping = (gridPreferences.snapMode & SNAP_TO_GRID) != 0;
+    const bool snapping = (gridPreferences.snapMode & SNAP_GRID) != 0;
     const int magnitude = snapping || !ctx ? 1 : std::max(1, round2(getGridRound(ctx)));
     latex_endpoint(fix_x, fix_y, x, y, &cur_x, &cur_y, latexarrow_mode, magnitude);
     elastic_line(ctx, fix_x, fix_y, cur_x, cur_y);

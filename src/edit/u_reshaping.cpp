@@ -2,16 +2,18 @@
 
 #include "edit/actions.h"
 #include "edit/command.h"
-#include "edit/e_compound.h"
 #include "edit/e_links.h"
 #include "edit/e_scale_compound.h"
 #include "edit/mode.h"
+#include "edit/preview_places.h"
 #include "edit/u_elastic.h"
 #include "model/FigContext.h"
+#include "model/objectwalk.h"
 #include "model/shell.h"
 #include "render/gfx_math.h"
 #include "render/u_redraw.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -21,54 +23,51 @@ namespace {
 
 FigObject* const nothingExcluded = nullptr;
 
-void addMembers(const FigObjectList& list, QSet<FigObject*>* members)
-{
-    for (FigObject* object : list)
-        if (object->type == O_COMPOUND) {
-            const FigObjectList& inner = *static_cast<FigCompound*>(object)->objects;
-            for (FigObject* member : inner)
-                members->insert(member);
-            addMembers(inner, members);
-        }
-}
-
 /// Copies of objects that stand in the document, for one step of feedback, in the place of the
-/// real ones. Real objects come back, and the copies go, at the end.
+/// real ones: those that move, and what is linked to them. Real objects come back at the end.
 class CopiesInPlace {
 public:
-    CopiesInPlace(CFigContext* context, const FigObjectList& linkedObjects,
-                  const FigObjectList& movedObjects)
-        : ctx(context), linked(linkedObjects), real(linkedObjects + movedObjects)
+    CopiesInPlace(CFigContext* context, const FigObjectList& movedObjects)
+        : ctx(context), places(context, movedObjects)
     {
-        cloneInto(linkedObjects, &linkedCopies);
+        cloneInto(places.linkedObjects(), &linkedCopies);
         cloneInto(movedObjects, &movedCopies);
-        all = linkedCopies + movedCopies;
-        replaceObjects(ctx, &all);
+        places.putCopies(movedCopies, linkedCopies);
     }
     CopiesInPlace(const CopiesInPlace&) = delete;
     CopiesInPlace& operator=(const CopiesInPlace&) = delete;
     ~CopiesInPlace()
     {
-        replaceObjects(ctx, &real);
+        places.putBack();
+        if (areKept)
+            return;
         deleteObjectList(&movedCopies);
         deleteObjectList(&linkedCopies);
-        recalculateCompoundBoundsOfParents(ctx, &linked);
     }
 
-    /// The picture of the last step goes, that of this one comes and is remembered.
-    void show()
+    /// The picture of the last step goes, that of this one comes and is remembered: by the copies
+    /// themselves, which have no other use any more.
+    void show() { showWith(FigObjectList()); }
+    /// The same with the compounds around what is linked.
+    void showWithParents()
     {
-        refresh_obj_area(ctx, &all, &oldElasticObjectList, nothingExcluded);
-        cloneObjects(&all, &oldElasticObjectList);
+        FigObjectList parents;
+        for (FigCompound* parent : places.parentsOfLinked())
+            parents.append(parent);
+        showWith(parents);
     }
-    void addParentsOfLinked()
+    /// Corners of the compounds around what followed, be they in the document or among the moved.
+    void measureAround(const FigObjectList& followed)
     {
-        QList<FigCompound*> parents;
-        collectParentCompounds(ctx, &linkedCopies, &parents);
-        for (FigCompound* parent : qAsConst(parents))
-            if (!all.contains(parent))
-                all.append(parent);
+        places.measureParents();
+        const auto isMember = [this](FigObject* object) { return !linkedCopies.contains(object); };
+        if (std::none_of(followed.begin(), followed.end(), isMember))
+            return;
+        for (FigObject* object : qAsConst(movedCopies))
+            if (object->type == O_COMPOUND)
+                update_compound_corners(ctx, static_cast<FigCompound*>(object));
     }
+    FigObjectList all() const { return linkedCopies + movedCopies; }
 
     FigObjectList linkedCopies;
     FigObjectList movedCopies;
@@ -79,52 +78,34 @@ private:
         for (FigObject* object : from)
             to->append(object->clone());
     }
+    void showWith(const FigObjectList& parents)
+    {
+        FigObjectList drawn = all() + parents;
+        refresh_obj_area(ctx, &drawn, &oldElasticObjectList, nothingExcluded);
+        deleteObjectList(&oldElasticObjectList);
+        oldElasticObjectList = all();
+        cloneInto(parents, &oldElasticObjectList);
+        areKept = true;
+    }
 
     CFigContext* ctx;
-    FigObjectList linked; ///< the real ones
-    FigObjectList real;
-    FigObjectList all;
+    PreviewPlaces places;
+    bool areKept = false;
 };
-
-/// What is linked to the objects and has to follow. Members of a moved compound move with it, so
-/// they are neither copied nor replaced by themselves.
-FigObjectList objectsThatFollow(CFigContext* ctx, FigObjectList* objects)
-{
-    FigObjectList found;
-    collectWorkingObjects4Translate(ctx->getWorkingRoot(), objects, &found);
-    QSet<FigObject*> members;
-    addMembers(*objects, &members);
-    FigObjectList linked;
-    for (FigObject* object : qAsConst(found))
-        if (!members.contains(object))
-            linked.append(object);
-    return linked;
-}
-
-FigPath* pathOf(FigObject* object)
-{
-    if (object->type == O_POLYLINE)
-        return static_cast<FigLine*>(object);
-    return object->type == O_SPLINE ? static_cast<FigSpline*>(object) : nullptr;
-}
 
 /// The clone's point that stands for moved_pos; null if the current object does not have it.
 FigPoint* movedPointOf(FigObject* current, FigObject* clone)
 {
-    FigPath* path = pathOf(current);
-    FigPath* copy = pathOf(clone);
+    FigPath* path = objectwalk::asPath(current);
+    FigPath* copy = objectwalk::asPath(clone);
     return path && copy ? copy->getPoint(path->getIndex(moved_pos)) : nullptr;
 }
 
 /// One object and what is linked to it, as copies in place.
 template <typename Change> void reshapeWithLinked(CFigContext* ctx, Change change)
 {
-    FigObject* current = ctx->curObject;
-    FigObjectList linked;
-    collectWorkingObjects4MovePoint(ctx->getWorkingRoot(), current, &linked);
-    linked.removeAll(current);
-    CopiesInPlace copies(ctx, linked, FigObjectList{current});
-    if (change(copies.movedCopies.first(), copies.linkedCopies + copies.movedCopies))
+    CopiesInPlace copies(ctx, FigObjectList{ctx->curObject});
+    if (change(copies.movedCopies.first(), copies.all()))
         copies.show();
 }
 
@@ -149,7 +130,7 @@ void drop_reshaped_object(CFigContext* ctx)
     ctx->reshapedObject = nullptr;
 }
 
-void show_unmoved(CFigContext* ctx, FigObjectList objects)
+void show_real_objects(CFigContext* ctx, FigObjectList objects)
 {
     FigObjectList linked;
     collectWorkingObjects4Translate(ctx->getWorkingRoot(), &objects, &linked);
@@ -181,16 +162,16 @@ void elastic_moveobjects(CFigContext* ctx, FigObjectList* objects, int x, int y)
         return;
     cur_x = x;
     cur_y = y;
-    CopiesInPlace copies(ctx, objectsThatFollow(ctx, objects), *objects);
-    copies.addParentsOfLinked();
+    CopiesInPlace copies(ctx, *objects);
+    FigObjectList working = copies.all();
     TranslateAction move;
-    move.workingList = ctx->getWorkingRoot();
+    move.workingList = &working;
     move.objects = copies.movedCopies;
     move.workingObjects = copies.linkedCopies;
     move.dx = saturatedDifference(x, fix_x);
     move.dy = saturatedDifference(y, fix_y);
-    move.execute(ctx);
-    copies.show();
+    copies.measureAround(move.preview(ctx));
+    copies.showWithParents();
 }
 
 void elastic_scaleobjects(CFigContext* ctx, FigObjectList* objects, int x, int y)
@@ -198,16 +179,17 @@ void elastic_scaleobjects(CFigContext* ctx, FigObjectList* objects, int x, int y
     if (!objects || objects->isEmpty())
         return;
     moveScaledEnd(x, y);
-    CopiesInPlace copies(ctx, objectsThatFollow(ctx, objects), *objects);
+    CopiesInPlace copies(ctx, *objects);
+    FigObjectList working = copies.all();
     ScaleAction scale;
-    scale.workingList = ctx->getWorkingRoot();
+    scale.workingList = &working;
     scale.objects = copies.movedCopies;
     scale.workingObjects = copies.linkedCopies;
     scale.xfactor = scaleFactor(fix_x, fromx, cur_x);
     scale.yfactor = scaleFactor(fix_y, fromy, cur_y);
     scale.cx = fix_x;
     scale.cy = fix_y;
-    scale.execute(ctx);
+    copies.measureAround(scale.preview(ctx));
     copies.show();
 }
 

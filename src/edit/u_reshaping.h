@@ -19,7 +19,7 @@ void reshaping_arc(CFigContext* ctx, int x, int y);
 void reshaping_ellipse(CFigContext* ctx, int x, int y);
 
 /// The feedback's last picture goes; the objects, and what is linked to them, show as they are.
-void show_unmoved(CFigContext* ctx, FigObjectList objects);
+void show_real_objects(CFigContext* ctx, FigObjectList objects);
 /// Deletes the last clone of a spline or arc that the feedback has drawn.
 void drop_reshaped_object(CFigContext* ctx);
 /// The current object has gone in mid-gesture: the picture is wiped and return_proc runs.

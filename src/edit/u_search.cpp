@@ -38,11 +38,6 @@ int pixelTolerance(CFigContext* ctx)
     return round2(static_cast<double>(1200.0f / ctx->ppiX / ctx->zoom));
 }
 
-bool isOnActiveLayer(CFigContext* ctx, const FigObject* object)
-{
-    return ctx->active_layers[std::clamp(object->depth, 0, MAX_DEPTH)];
-}
-
 bool isNear(int x, int y, int pointX, int pointY, int tolerance)
 {
     return std::abs(static_cast<long long>(x) - pointX) <= tolerance &&

@@ -3,7 +3,6 @@
 
 #include "edit/u_search.h"
 
-bool isOnActiveLayer(CFigContext* ctx, const FigObject* object);
 /// Per axis, without overflow.
 bool isNear(int x, int y, int pointX, int pointY, int tolerance);
 inline bool isNear(int x, int y, const FigPoint& point, int tolerance)

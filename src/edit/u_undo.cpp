@@ -8,6 +8,7 @@
 #include "model/shell.h"
 #include "model/w_layers.h"
 #include "render/gfx_math.h"
+#include "render/markers.h"
 #include "render/u_bound.h"
 #include "render/u_redraw.h"
 
@@ -156,7 +157,7 @@ void wipeStep(CFigContext* ctx, const Transaction& step)
 {
     FigObjectList before = allObjects(step);
     clearIgnoreFlags(ctx);
-    refresh_obj_area(ctx, &before, true);
+    refresh_marked_area(ctx, &before, true);
 }
 
 void showStep(CFigContext* ctx, const Transaction& step)
@@ -166,7 +167,7 @@ void showStep(CFigContext* ctx, const Transaction& step)
     for (ActionItem* action : step)
         after.add(action);
     applyFunction(ctx->getWorkingRoot(), pointmarker_shown ? setMarkedFlag : clearMarkedFlag);
-    refresh_obj_area(ctx, &after.objects, false);
+    refresh_marked_area(ctx, &after.objects, false);
 }
 
 /// An object that is out of the drawing may be freed any time.

@@ -218,7 +218,7 @@ void CFigContext::clearObjects()
 
 FigObject* CFigContext::getCurObject()
 {
-    return curObject;
+    return movedObjects && movedObjects->contains(curObject) ? nullptr : curObject;
 }
 
 void CFigContext::setPainter(QPainter* target)

@@ -96,6 +96,8 @@ public:
     void keepVanished(FigCompound* compound);
     /// Empties the drawing's list without deleting what it holds.
     void clearObjects();
+    /// The current object, for who changes it: null while a gesture moves it about, since the copy
+    /// that a preview shows is not in the figure yet.
     FigObject* getCurObject();
     void setPainter(QPainter* target);
     bool getDontHide1ptThickness();

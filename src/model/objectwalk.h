@@ -1,4 +1,4 @@
-// How the functions on objects walk the tree. Only they include it.
+// How the functions on objects and the edits walk the tree.
 #pragma once
 
 #include "model/ObjectFunctions.h"

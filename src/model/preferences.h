@@ -46,11 +46,15 @@ struct EnvironmentPreferencesData {
     QString fileEncoding = QStringLiteral("ISO 8859-1");
 };
 
+/// Bits of the snap mode.
+constexpr int SNAP_GRID = 1;
+constexpr int SNAP_VERTEX = 2;
+
 struct GridPreferences {
     bool gridOn = false;
     int gridIndex = 2;
     int magnetMode = 4; ///< 0 to 4, subdivision of the snap step
-    int snapMode = 0;   ///< 1 grid, 2 vertex, or both
+    int snapMode = 0;   ///< SNAP_GRID, SNAP_VERTEX, or both
     bool snapUsingLineWidth = false;
     bool metric = true;
     QColor backgroundColour = QColor(0xff, 0xff, 0xff);

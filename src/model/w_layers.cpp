@@ -266,6 +266,11 @@ void clearallcounts(CFigContext* ctx)
     std::fill(std::begin(ctx->counts), std::end(ctx->counts), DepthCounts());
 }
 
+bool isOnActiveLayer(const CFigContext* ctx, const FigObject* object)
+{
+    return ctx->active_layers[std::clamp(object->depth, 0, MAX_DEPTH)];
+}
+
 bool any_active_in_compound(CFigContext* ctx, FigCompound* compound)
 {
     for (FigObject* object : qAsConst(*compound->objects)) {

@@ -32,4 +32,6 @@ void save_counts_and_clear(CFigContext* ctx);
 /// Zeroes what the last redraw counted, or all ten counters of each depth.
 void clearcounts(CFigContext* ctx);
 void clearallcounts(CFigContext* ctx);
+/// Whether the layer of an object that is no compound is shown.
+bool isOnActiveLayer(const CFigContext* ctx, const FigObject* object);
 bool any_active_in_compound(CFigContext* ctx, FigCompound* compound);

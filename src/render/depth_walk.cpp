@@ -82,13 +82,21 @@ public:
     void collect(const FigObjectList& list)
     {
         const PlaceOfList place(m_ctx, &list);
+        for (FigObject* object : list)
+            collect(object);
+    }
+
+    void collect(const FigObjectList& list, const std::function<void(FigObject*)>& flag)
+    {
+        const PlaceOfList place(m_ctx, &list);
+        auto ahead = list.cbegin();
+        for (size_t i = 0; i < PREFETCH_DISTANCE && ahead != list.cend(); ++i)
+            ++ahead;
         for (FigObject* object : list) {
-            if (object->type == O_COMPOUND) {
-                if (!object->ignore && object != m_exclude)
-                    collect(*static_cast<FigCompound*>(object)->objects);
-            } else if (isReached(object->depth)) {
-                take(object);
-            }
+            if (ahead != list.cend())
+                prefetch(*ahead++);
+            flag(object);
+            collect(object);
         }
     }
 
@@ -125,6 +133,16 @@ private:
         const QSet<FigObject*> members = allMembers(m_ctx->openCompoundObjects);
         for (Drawn& drawn : *objects)
             drawn.place = members.contains(drawn.object) ? OpenPlace::Inside : OpenPlace::Outside;
+    }
+
+    void collect(FigObject* object)
+    {
+        if (object->type == O_COMPOUND) {
+            if (!object->ignore && object != m_exclude)
+                collect(*static_cast<FigCompound*>(object)->objects);
+        } else if (isReached(object->depth)) {
+            take(object);
+        }
     }
 
     bool isReached(int depth) const { return depth >= 0 && depth <= MAX_DEPTH && m_reached[depth]; }
@@ -251,5 +269,14 @@ void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude
     clearcounts(ctx);
     DepthWalk walk(ctx, exclude, area, clip);
     walk.collect(list);
+    walk.draw();
+}
+
+void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude,
+                 const SeenArea* area, const std::function<void(FigObject*)>& flag)
+{
+    clearcounts(ctx);
+    DepthWalk walk(ctx, exclude, area, nullptr);
+    walk.collect(list, flag);
     walk.draw();
 }

@@ -7,6 +7,8 @@
 
 #include <QRect>
 
+#include <functional>
+
 class QPainter;
 
 /// Keeps drawnPlace true while a walk is in a list: what lies in the drawing is outside of the
@@ -75,3 +77,7 @@ private:
 /// null: everything is drawn then, under the clip that there is.
 void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude,
                  const SeenArea* area, WholeClip* clip);
+/// The same for a figure whose ignore flags are not set yet: flag sets those of an object of the
+/// list before that is looked at, so that a large figure is walked once.
+void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude,
+                 const SeenArea* area, const std::function<void(FigObject*)>& flag);

@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr int SNAP_GRID = 1;
-constexpr int SNAP_VERTEX = 2;
 constexpr double VERTEX_PIXELS = 5.0;
 constexpr int SHORTEST_MOVE = 2; ///< figure units; less counts as being on the grid
 

@@ -7,11 +7,13 @@
 #include "render/depth_walk.h"
 #include "render/gfx_lowlevel.h"
 #include "render/gfx_math.h"
+#include "render/u_bound.h"
 #include "render/u_redraw.h"
 
 #include <QPainter>
 #include <QPixmap>
 
+#include <algorithm>
 #include <cmath>
 
 QPixmap* dotMarkerSmallNormalBitmap = nullptr;
@@ -23,6 +25,8 @@ QPixmap* dotMarkerCompoundSmallTaggedBitmap = nullptr;
 QPixmap* dotMarkerHighlightBitmap = nullptr;
 
 namespace {
+
+constexpr double PIXELS_OF_REACH = 3;
 
 struct MarkerBitmap {
     QPixmap** pixmap;
@@ -73,11 +77,6 @@ void showBitmap(CFigContext* ctx, QPixmap* const& bitmap, int x, int y)
 }
 
 // --- markers of one object ----------------------------------------------------
-
-bool isOnActiveLayer(const CFigContext* ctx, const FigObject* object)
-{
-    return ctx->active_layers[qBound(0, object->depth, MAX_DEPTH)];
-}
 
 int kindOf(const FigObject* object)
 {
@@ -171,7 +170,26 @@ template <class IsWanted> void changeMarkers(CFigContext* ctx, int value, IsWant
     applyFunction(ctx->getWorkingRoot(), clearIgnoreFlag);
     FigObjectList changed = changeMarked(ctx, value, isWanted);
     if (!changed.isEmpty())
-        refresh_obj_area(ctx, &changed, false);
+        refresh_marked_area(ctx, &changed, false);
+}
+
+/// Figure units that a marker reaches beyond the point that it stands on.
+int markerReach(const CFigContext* ctx)
+{
+    const double reach = PIXELS_OF_REACH * 1200.0 / ctx->ppiX / static_cast<double>(ctx->zoom);
+    return truncateToInt(std::ceil(reach));
+}
+
+/// Four pixels at zoom 1: the margin of the plain redraw.
+int plainMargin(const CFigContext* ctx)
+{
+    return round2(4.0f * (1200.0f / ctx->ppiX));
+}
+
+bool hasText(const FigObjectList& list)
+{
+    return std::any_of(list.begin(), list.end(),
+                       [](const FigObject* object) { return object && object->type == O_TEXT; });
 }
 
 template <class Visit> void visitRoot(CFigContext* ctx, Visit visit)
@@ -304,13 +322,19 @@ void showPointMarker(CFigContext* ctx, FigText* text)
 {
     if (!ctx || !text || !isOnActiveLayer(ctx, text))
         return;
+    const FigPoint upper = upperTextMarker(ctx, text);
+    showMarker(ctx, kindOf(text), text->x, text->y);
+    showMarker(ctx, kindOf(text), upper.x, upper.y);
+    noteMarked(text);
+}
+
+FigPoint upperTextMarker(CFigContext* ctx, const FigText* text)
+{
     const int height = round2((1200.0f / ctx->ppiY) * static_cast<float>(text->size));
     const double angle = -static_cast<double>(text->angle);
-    const long topX = text->x + static_cast<long>(round2(height * std::sin(angle)));
-    const long topY = text->y + static_cast<long>(round2(-height * std::cos(angle)));
-    showMarker(ctx, kindOf(text), text->x, text->y);
-    showMarker(ctx, kindOf(text), saturatedInt(topX), saturatedInt(topY));
-    noteMarked(text);
+    const long x = text->x + static_cast<long>(round2(height * std::sin(angle)));
+    const long y = text->y + static_cast<long>(round2(-height * std::cos(angle)));
+    return FigPoint(saturatedInt(x), saturatedInt(y));
 }
 
 void showPointMarker(CFigContext* ctx, FigCompound* compound)
@@ -414,6 +438,26 @@ int getCurrentDefaultMarker()
 
 // --- all markers of the working root --------------------------------------------------------
 
+void refresh_marked_area(CFigContext* ctx, FigObjectList* list, bool exclude)
+{
+    if (!ctx || !list)
+        return;
+    if (markerReach(ctx) <= plainMargin(ctx) && !hasText(*list))
+        return refresh_obj_area(ctx, list, exclude);
+    int xmin, ymin, xmax, ymax;
+    objectlist_bound(ctx, list, &xmin, &ymin, &xmax, &ymax, false, true, true);
+    for (const FigObject* object : qAsConst(*list))
+        if (object && object->type == O_TEXT) {
+            const FigPoint upper = upperTextMarker(ctx, static_cast<const FigText*>(object));
+            xmin = std::min(xmin, upper.x);
+            ymin = std::min(ymin, upper.y);
+            xmax = std::max(xmax, upper.x);
+            ymax = std::max(ymax, upper.y);
+        }
+    extendBounds(&xmin, &ymin, &xmax, &ymax, std::max(markerReach(ctx), plainMargin(ctx)));
+    refresh_area(ctx, xmin, ymin, xmax, ymax, list, exclude);
+}
+
 void draw_pointmarker(CFigContext* ctx, int state)
 {
     pointmarker_shown = state != 0;
@@ -450,21 +494,31 @@ void refresh_pointmarker(CFigContext* ctx)
 
 void refresh_pointmarker(CFigContext* ctx, FigObject* except)
 {
-    visitRoot(ctx, [ctx, except](FigObject* object) {
-        if (object->marked != 0 && !object->ignore && object != except)
-            showPointMarker(ctx, object);
-    });
-    if (setcenter)
-        center_marker(ctx, setcenter_x, setcenter_y);
+    if (ctx)
+        refresh_pointmarker(ctx, *ctx->getWorkingRoot(), except);
 }
 
 void refresh_pointmarker(CFigContext* ctx, FigObjectList* except)
 {
+    if (ctx)
+        refresh_pointmarker(ctx, *ctx->getWorkingRoot(), except);
+}
+
+void refresh_pointmarker(CFigContext* ctx, const FigObjectList& marked, FigObject* except)
+{
+    for (FigObject* object : marked)
+        if (object->marked != 0 && !object->ignore && object != except)
+            showPointMarker(ctx, object);
+    if (setcenter)
+        center_marker(ctx, setcenter_x, setcenter_y);
+}
+
+void refresh_pointmarker(CFigContext* ctx, const FigObjectList& marked, FigObjectList* except)
+{
     const QSet<FigObject*> members = allMembers(except);
-    visitRoot(ctx, [ctx, &members](FigObject* object) {
+    for (FigObject* object : marked)
         if (object->marked != 0 && !object->ignore && !members.contains(object))
             showPointMarker(ctx, object);
-    });
 }
 
 void unmarkAllUntaggedObjects(CFigContext* ctx)

@@ -39,6 +39,9 @@ void showPointMarker(CFigContext* ctx, FigSpline* spline);
 void showPointMarker(CFigContext* ctx, FigText* text);
 void showPointMarker(CFigContext* ctx, FigCompound* compound);
 
+/// Where a text's second marker lies: straight above its base in its own frame.
+FigPoint upperTextMarker(CFigContext* ctx, const FigText* text);
+
 void mark_current_object(CFigContext* ctx);
 void unmark_current_object(CFigContext* ctx);
 /// An inverting cross: a second call removes it.
@@ -54,6 +57,10 @@ void clearPointMarker(FigSpline* spline);
 void clearPointMarker(FigObject* object);
 int getCurrentDefaultMarker(); ///< always 1
 
+/// As refresh_obj_area, but nothing of the objects' markers stays either: at small zooms they
+/// reach beyond that area, and that of a text lies lower than its upper marker.
+void refresh_marked_area(CFigContext* ctx, FigObjectList* list, bool exclude);
+
 // The working root.
 /// Sets `marked` of all to state and redraws what changed; markers count as shown for a state
 /// other than 0.
@@ -65,6 +72,9 @@ void showTaggedMarkers(CFigContext* ctx, FigObject* except);
 void refresh_pointmarker(CFigContext* ctx);
 void refresh_pointmarker(CFigContext* ctx, FigObject* except);
 void refresh_pointmarker(CFigContext* ctx, FigObjectList* except);
+/// The same where the marked objects of the working root are known, in its order.
+void refresh_pointmarker(CFigContext* ctx, const FigObjectList& marked, FigObject* except);
+void refresh_pointmarker(CFigContext* ctx, const FigObjectList& marked, FigObjectList* except);
 void unmarkAllUntaggedObjects(CFigContext* ctx);
 /// True if the figure HAS an object.
 bool no_object(CFigContext* ctx);

@@ -67,10 +67,11 @@ QPoint pixelOf(CFigContext* ctx, int x, int y)
 }
 
 /// Background, grid, objects and markers within a rectangle of the canvas. Leaves no clip behind.
-/// The list or object without markers gives the form of refresh_pointmarker.
-template <class Unmarked>
+/// The list or object without markers gives the form of refresh_pointmarker. The flagger sets the
+/// ignore flag of an object; it and the marked objects come from the one walk that draws.
+template <class Unmarked, class Flagger>
 void repaintClipped(CFigContext* ctx, const QRect& clip, const QPoint& from, const QPoint& to,
-                    FigObject* exclude, Unmarked* unmarked)
+                    FigObject* exclude, Unmarked* unmarked, const Flagger& flagger)
 {
     ctx->painter->setClipRect(clip, Qt::ReplaceClip);
     RectFill(ctx->painter, from.x(), from.y(), to.x(), to.y(), gridPreferences.backgroundColour);
@@ -78,8 +79,16 @@ void repaintClipped(CFigContext* ctx, const QRect& clip, const QPoint& from, con
         drawGrid(ctx);
     drawPageborders(ctx);
     const SeenArea area(ctx, clip.normalized());
-    drawByDepth(ctx, ctx->drawing.objects, exclude, &area, nullptr);
-    refresh_pointmarker(ctx, unmarked);
+    FigObjectList marked;
+    drawByDepth(ctx, ctx->drawing.objects, exclude, &area, [&](FigObject* object) {
+        flagger(object);
+        if (object->marked != 0)
+            marked.append(object);
+    });
+    if (ctx->getWorkingRoot() == &ctx->drawing.objects)
+        refresh_pointmarker(ctx, marked, unmarked);
+    else
+        refresh_pointmarker(ctx, unmarked);
     ctx->painter->setClipRect(clip, Qt::NoClip);
 }
 
@@ -104,15 +113,17 @@ bool overlaps(CFigContext* ctx, FigObject* object, const DamagedBox& box)
            check_overlap(ctx, object, box.x1, box.y1, box.x2, box.y2);
 }
 
-/// Clears the members' flags on its way: a large compound is walked once, not twice. Every member
-/// is looked at, for exact bounds bring the metrics of texts up to date.
-bool anyMemberOverlaps(CFigContext* ctx, const FigCompound* compound, const DamagedBox& box)
+/// Sets the members' flags on its way: a large compound is walked once, not twice. Every member is
+/// looked at, for exact bounds bring the metrics of texts up to date.
+template <class IsLeftOut>
+bool anyMemberOverlaps(CFigContext* ctx, const FigCompound* compound, IsLeftOut isLeftOut,
+                       const DamagedBox& box)
 {
     bool any = false;
     for (FigObject* member : qAsConst(*compound->objects)) {
-        member->ignore = false;
+        member->ignore = isLeftOut(member);
         any = (member->type == O_COMPOUND
-                   ? anyMemberOverlaps(ctx, static_cast<FigCompound*>(member), box)
+                   ? anyMemberOverlaps(ctx, static_cast<FigCompound*>(member), isLeftOut, box)
                    : overlaps(ctx, member, box)) ||
               any;
     }
@@ -121,26 +132,64 @@ bool anyMemberOverlaps(CFigContext* ctx, const FigCompound* compound, const Dama
 
 /// A compound overlaps when one of its members does. Exact bounds of all of them are only needed
 /// when none does, for the box may lie between them.
-bool touches(CFigContext* ctx, FigObject* object, const DamagedBox& box)
+template <class IsLeftOut>
+bool touches(CFigContext* ctx, FigObject* object, IsLeftOut isLeftOut, const DamagedBox& box)
 {
     return (object->type == O_COMPOUND &&
-            anyMemberOverlaps(ctx, static_cast<FigCompound*>(object), box)) ||
+            anyMemberOverlaps(ctx, static_cast<FigCompound*>(object), isLeftOut, box)) ||
            overlaps(ctx, object, box);
 }
 
-/// Flags the top level; members have clear flags and go by their compound.
-template <class IsMember>
-void selectObjects(CFigContext* ctx, IsMember isMember, bool ignoreMember, const DamagedBox& box)
-{
-    for (FigObject* object : qAsConst(ctx->drawing.objects)) {
+/// Flags an object of the top level. Members go by their compound, but for those that are asked to
+/// be ignored: what is wiped inside an open compound is not drawn with the rest of it.
+template <class IsMember> class Flagger {
+public:
+    Flagger(CFigContext* context, IsMember isMemberOf, bool ignoreMembers,
+            const DamagedBox& damagedBox)
+        : ctx(context), isMember(isMemberOf), ignoreMember(ignoreMembers), box(damagedBox)
+    {
+    }
+
+    void operator()(FigObject* object) const
+    {
         if (!isMember(object)) {
-            object->ignore = !touches(ctx, object, box);
-            continue;
+            const auto isLeftOut = [this](FigObject* member) {
+                return ignoreMember && isMember(member);
+            };
+            object->ignore = !touches(ctx, object, isLeftOut, box);
+            return;
         }
         if (object->type == O_COMPOUND)
             applyFunction(static_cast<FigCompound*>(object)->objects, clearIgnoreFlag);
         object->ignore = ignoreMember;
     }
+
+private:
+    CFigContext* ctx;
+    IsMember isMember;
+    bool ignoreMember;
+    DamagedBox box;
+};
+
+auto flaggerWith(CFigContext* ctx, FigObject* object, bool ignoreIt, const DamagedBox& box)
+{
+    return Flagger(
+        ctx, [object](FigObject* candidate) { return candidate == object; }, ignoreIt, box);
+}
+
+auto flaggerWith(CFigContext* ctx, const FigObjectList* list, bool ignoreThem,
+                 const DamagedBox& box)
+{
+    return Flagger(
+        ctx,
+        [members = allMembers(list)](FigObject* candidate) { return members.contains(candidate); },
+        ignoreThem, box);
+}
+
+template <class IsMember> void selectObjects(CFigContext* ctx, const Flagger<IsMember>& flagger)
+{
+    for (FigObject* object : qAsConst(ctx->drawing.objects))
+        flagger(object);
 }
 
 // --- rectangles of objects -------------------------------------------------------------
@@ -254,16 +303,13 @@ bool check_overlap(CFigContext* ctx, FigObject* object, int x1, int y1, int x2, 
 void select_redisplay_objects(CFigContext* ctx, FigObject* object, bool ignoreIt, int x1, int y1,
                               int x2, int y2)
 {
-    const auto isMember = [object](FigObject* candidate) { return candidate == object; };
-    selectObjects(ctx, isMember, ignoreIt, {x1, y1, x2, y2});
+    selectObjects(ctx, flaggerWith(ctx, object, ignoreIt, {x1, y1, x2, y2}));
 }
 
 void select_redisplay_objects(CFigContext* ctx, FigObjectList* list, bool ignoreThem, int x1,
                               int y1, int x2, int y2)
 {
-    const QSet<FigObject*> members = allMembers(list);
-    const auto isMember = [&members](FigObject* candidate) { return members.contains(candidate); };
-    selectObjects(ctx, isMember, ignoreThem, {x1, y1, x2, y2});
+    selectObjects(ctx, flaggerWith(ctx, list, ignoreThem, {x1, y1, x2, y2}));
 }
 
 // --- partial redraw --------------------------------------------------------------------------
@@ -272,14 +318,14 @@ void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObject* o
 {
     if (!canPaint(ctx))
         return;
-    select_redisplay_objects(ctx, object, exclude, x1, y1, x2, y2);
     const QPoint from = pixelOf(ctx, x1, y1);
     const QPoint to = pixelOf(ctx, x2, y2);
     const long width = std::abs(static_cast<long>(to.x()) - from.x());
     const long height = std::abs(static_cast<long>(to.y()) - from.y());
     const QRect clip(from, QPoint(saturated(from.x() + width), saturated(from.y() + height)));
     FigObject* excluded = exclude ? object : nullptr;
-    repaintClipped(ctx, clip, from, to, excluded, excluded);
+    repaintClipped(ctx, clip, from, to, excluded, excluded,
+                   flaggerWith(ctx, object, exclude, {x1, y1, x2, y2}));
 }
 
 void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObjectList* list,
@@ -287,11 +333,11 @@ void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObjectLis
 {
     if (!canPaint(ctx))
         return;
-    select_redisplay_objects(ctx, list, exclude, x1, y1, x2, y2);
     const QPoint from = pixelOf(ctx, x1, y1);
     const QPoint to = pixelOf(ctx, x2, y2);
     // The corners as they are, and no exclusion: the flags already speak for the list.
-    repaintClipped(ctx, QRect(from, to), from, to, nullptr, exclude ? list : nullptr);
+    repaintClipped(ctx, QRect(from, to), from, to, nullptr, exclude ? list : nullptr,
+                   flaggerWith(ctx, list, exclude, {x1, y1, x2, y2}));
 }
 
 void refresh_obj_area(CFigContext* ctx, FigObject* object, bool exclude)

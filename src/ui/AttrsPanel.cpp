@@ -59,6 +59,7 @@ QWidget* AttrsPanel::addControl(const ControlRow& row)
     made->setAccessibleName(tr(*row.label ? row.label : row.toolTip));
     if (auto* edit = made->findChild<QLineEdit*>())
         edit->setAccessibleName(made->accessibleName());
+    made->installEventFilter(this);
     if (row.wire)
         row.wire(this, made);
     // A button that does nothing is not to be pressed.
@@ -112,6 +113,19 @@ void AttrsPanel::onOpenArrowDlg(bool)
 {
     if (CFigContext* context = getFigContext())
         ArrowAttrsDlg(this, context).exec();
+}
+
+/// Undo and redo in a field are those of the document, not of what was typed.
+bool AttrsPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void AttrsPanel::keyPressEvent(QKeyEvent* event)

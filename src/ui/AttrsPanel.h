@@ -35,6 +35,7 @@ protected:
     AttrsPanel(AttrsToolbarHandler* coordinator, QTMainFrm* window, ControlList rows);
 
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     /// Null if the panel does not have the control.
     template <typename Control> Control* control(const ControlRow& row) const

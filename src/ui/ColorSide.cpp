@@ -112,9 +112,9 @@ void ColorSide::showUserColors(const QMap<int, QColor>& colors)
 {
     userColors->clear();
     for (auto color = colors.cbegin(); color != colors.cend(); ++color)
-        userColors->addItem(
-            sampleOf(*color),
-            QString("%1: %2").arg(color.key() + NUM_STD_COLORS).arg(color->name()), color.key());
+        userColors->addItem(sampleOf(*color),
+                            QString("%1: %2").arg(color.key() + NUM_STD_COLORS).arg(color->name()),
+                            color.key());
     userColors->setCurrentIndex(-1);
     enableButtons();
 }

@@ -434,9 +434,9 @@ QPixmap FigColorDlg::sample() const
     QPainter painter(&pixmap);
     const int style = context->cur_fillstyle;
     if (style >= FIRST_PATTERN) {
-        paintSwatch(&painter, QRect(QPoint(), PREVIEW_SIZE),
-                    patternSwatch(style - FIRST_PATTERN, context->cur_pencolor,
-                                  context->cur_fillcolor));
+        paintSwatch(
+            &painter, QRect(QPoint(), PREVIEW_SIZE),
+            patternSwatch(style - FIRST_PATTERN, context->cur_pencolor, context->cur_fillcolor));
         return pixmap;
     }
     painter.setPen(QPen(penColorOf(context, context->cur_pencolor), PREVIEW_PEN, Qt::SolidLine,

@@ -16,8 +16,9 @@
 namespace {
 
 constexpr int COLUMNS = 3;
-constexpr int PS_FONT = 4; // bit of cur_textflags
-constexpr int SYMBOL = 32; // these two have no letters
+constexpr int PADDING = 16; // pixels, of both sides of a name together
+constexpr int PS_FONT = 4;  // bit of cur_textflags
+constexpr int SYMBOL = 32;  // these two have no letters
 constexpr int DINGBATS = 34;
 const char* const PAGE_STYLE = "QPushButton { background-color: rgb(255, 255, 255); color: black; }"
                                "QPushButton:checked { background-color: rgb(190, 217, 249); }";
@@ -64,7 +65,7 @@ void setFaces(const QButtonGroup* buttons, const QFont& plain)
         largest = largest.expandedTo(button->sizeHint());
     }
     for (QAbstractButton* button : buttons->buttons())
-        button->setMinimumSize(largest);
+        button->setMinimumSize(largest + QSize(PADDING, 0));
 }
 
 } // namespace

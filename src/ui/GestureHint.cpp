@@ -120,6 +120,8 @@ const char* leftHint()
         return find(objectTable, handlerproc_left);
     if (canvas_leftbut_proc == point_search_left)
         return find(pointTable, pointHandlerproc_left);
+    if (canvas_leftbut_proc == get_arcpoint && num_point == 2)
+        return "last point of the arc";
     return find(leftTable, canvas_leftbut_proc);
 }
 

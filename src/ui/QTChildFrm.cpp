@@ -7,9 +7,11 @@
 #include "model/preferences.h"
 #include "model/shell.h"
 #include "render/gfx_lowlevel.h"
+#include "render/markers.h"
 #include "render/u_redraw.h"
 #include "ui/QRuler.h"
 #include "ui/QTMainFrm.h"
+#include "ui/application.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -51,7 +53,9 @@ QTChildFrm::QTChildFrm(QTMainFrm* mainWindow) : mainFrm(mainWindow)
 QTChildFrm::~QTChildFrm()
 {
     endGesture();
-    mainFrm->forgetColors(figContext);
+    // A window that was closed may go after the main window.
+    if (mainWnd)
+        mainWnd->forgetColors(figContext);
     delete figContext;
     figContext = nullptr;
     if (painter.isActive())
@@ -179,7 +183,7 @@ void QTChildFrm::refreshObjArea(FigObject* object, bool exclude)
 
 void QTChildFrm::refreshObjArea(FigObjectList* list, bool exclude)
 {
-    paint([=] { refresh_obj_area(figContext, list, exclude); });
+    paint([=] { refresh_marked_area(figContext, list, exclude); });
 }
 
 /// A gesture of the closing document cannot go on: its slots work on the figure.

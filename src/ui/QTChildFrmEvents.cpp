@@ -23,7 +23,6 @@
 
 namespace {
 
-constexpr int SNAP_GRID = 1;
 
 QPoint pixelOf(const QMouseEvent* event)
 {

@@ -34,8 +34,6 @@
 
 namespace {
 
-constexpr int SNAP_GRID = 1;
-constexpr int SNAP_VERTEX = 2;
 /// A text that looks like markup is shown as it was typed.
 QString asTip(const QString& text)
 {
@@ -69,6 +67,7 @@ QTMainFrm::~QTMainFrm()
 {
     mainWnd = nullptr;
     disconnect(mdiArea, nullptr, this, nullptr);
+    updateColors(nullptr);
     qDeleteAll(mdiArea->subWindowList());
 }
 

@@ -24,7 +24,8 @@
 namespace {
 
 constexpr int TOOL_ICON_SIZE = 24;
-constexpr int LARGEST_PAGE_HEIGHT = 640;
+constexpr int LARGEST_PAGE_HEIGHT = 640; // these two are shares of what there is
+constexpr int LAYERS_HEIGHT = 240;
 constexpr int MIN_DOCUMENTS_WIDTH = 150; // pixels, so that the panels fit in beside
 
 QIcon applicationIcon()
@@ -139,7 +140,7 @@ void QTMainFrm::createAttributePanels()
     showPanel(properties, scrollable(contextPanel));
     showPanel(layers, layersToolbar);
     // The properties change their height with what is chosen; the largest page is to fit.
-    resizeDocks({properties, layers}, {LARGEST_PAGE_HEIGHT, 1}, Qt::Vertical);
+    resizeDocks({properties, layers}, {LARGEST_PAGE_HEIGHT, LAYERS_HEIGHT}, Qt::Vertical);
 }
 
 void QTMainFrm::createToolPanels()

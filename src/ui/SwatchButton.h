@@ -17,6 +17,8 @@ struct Swatch {
 void paintSwatch(QPainter* painter, const QRect& area, const Swatch& swatch);
 
 class SwatchButton : public QAbstractButton {
+    Q_OBJECT
+
 public:
     /// Pixels, with the room around the swatch in which the mark is drawn. Without parent.
     explicit SwatchButton(QSize size);

@@ -51,8 +51,6 @@ namespace {
 
 const char* const zoomEntries[] = {"zoom to fit", "10%",  "25%",  "75%",
                                    "100%",        "150%", "200%", "500%"};
-constexpr int SNAP_GRID = 1;
-constexpr int SNAP_VERTEX = 2;
 
 } // namespace
 

@@ -32,8 +32,6 @@ constexpr char GRID_COLOUR_KEY[] = "grid colour";
 constexpr char DPI_KEY[] = "dpi at zoom 100%";
 
 constexpr int MAX_MAGNET_MODE = 4;
-constexpr int SNAP_GRID = 1;
-constexpr int SNAP_VERTEX = 2;
 
 /// The names of "dpi at zoom 100%", by its value.
 const char* const dpiNames[] = {"FIG dpi", "screen dpi", "font dpi"};

@@ -164,6 +164,33 @@ private slots:
 
     // --- builders ---------------------------------------------------------------------------
 
+    // The panel goes to 1000.
+    void aDepthBeyondTheLastBecomesTheLastOne()
+    {
+        ToolDocument document;
+        CFigContext* ctx = &document.ctx;
+        cur_depth = 1000;
+        FigObject* const built[] = {createLineFromCurrentAttrs(ctx, T_POLYLINE, nullptr),
+                                    createPicFromCurrentAttrs(ctx),
+                                    createTextFromCurrentAttrs(ctx, "a", 1, 2)};
+        for (FigObject* object : built) {
+            QCOMPARE(object->depth, 999);
+            delete object;
+        }
+        QCOMPARE(cur_depth, 1000);
+    }
+
+    void aTextTakesASizeThatTextsCanHave()
+    {
+        ToolDocument document;
+        for (const auto& [current, expected] : {std::pair(983, 500), {500, 500}, {0, 1}}) {
+            cur_fontsize = current;
+            const QScopedPointer<FigText> text(
+                createTextFromCurrentAttrs(&document.ctx, "a", 1, 2));
+            QCOMPARE(text->size, expected);
+        }
+    }
+
     void everyBuilderTakesAFreshId()
     {
         ToolDocument document;

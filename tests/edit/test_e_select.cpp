@@ -236,6 +236,21 @@ private slots:
         QCOMPARE(bytes(document), first);
     }
 
+    void aPressWhenTheReleaseOfADragWasLostPutsTheDraggedBack()
+    {
+        Selection page;
+        page.left(600, 900);
+        page.move(900, 900);
+        QVERIFY(page.ctx.movedObjects);
+        page.left(3900, 3000); // beside both: a region
+        QVERIFY(!page.ctx.movedObjects);
+        QVERIFY(!canvas_locmove_proc2);
+        page.release(4200, 3300);
+        QVERIFY(page.isResting());
+        QCOMPARE(page.corner(0), QString("600,600"));
+        QCOMPARE(page.ctx.undoQueue.undoCount(), 0);
+    }
+
     void thePictureOfADragIsWhatARedrawShows()
     {
         Selection document;

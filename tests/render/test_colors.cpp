@@ -379,6 +379,55 @@ private slots:
         QCOMPARE(compound.objects->first()->fill_color, 32);
     }
 
+    void mergingComesInTheOrderOfKeysToTheFirstEqualColour()
+    {
+        CFigContext ctx, clip;
+        ctx.addUserColor(QColor(5, 5, 5)); // the same colour twice, keys 0 and 1
+        ctx.addUserColor(QColor(5, 5, 5));
+        clip.addUserColor(QColor(7, 7, 7));
+        clip.addUserColor(QColor(5, 5, 5));
+        clip.addUserColor(QColor(8, 8, 8));
+        FigObjectList list{coloredLine(34, 33)};
+        merge_colors(&ctx, &clip, &list);
+        // New are 7 as key 2 and 8 as key 3. Pen: 34 is the clip's key 2, its last.
+        QCOMPARE(ctx.userColors.keys(), (QList<int>{0, 1, 2, 3}));
+        QCOMPARE(ctx.userColors.value(2), QColor(7, 7, 7));
+        QCOMPARE(ctx.userColors.value(3), QColor(8, 8, 8));
+        QCOMPARE(list.first()->pen_color, 35);
+        QCOMPARE(list.first()->fill_color, 32);
+        QCOMPARE(clip.userColors.size(), 3);
+        deleteObjectList(&list);
+    }
+
+    void mergingNothingChangesNothing()
+    {
+        CFigContext ctx, clip;
+        ctx.addUserColor(QColor(1, 2, 3));
+        FigObjectList list{coloredLine(32, 4)};
+        merge_colors(&ctx, &clip, &list);
+        FigObjectList none;
+        clip.addUserColor(QColor(1, 2, 3));
+        merge_colors(&ctx, &clip, &none);
+        QCOMPARE(ctx.userColors.size(), 1);
+        QCOMPARE(list.first()->pen_color, 32);
+        QCOMPARE(list.first()->fill_color, 4);
+        QVERIFY(!color_used(32, &none));
+        deleteObjectList(&list);
+    }
+
+    void mergingIntoAFullTableLeavesTheNumbers()
+    {
+        CFigContext ctx, clip;
+        for (int key = 0; key <= 65533; ++key)
+            ctx.userColors.insert(key, QColor(1, 2, 3));
+        clip.addUserColor(QColor(9, 9, 9));
+        FigObjectList list{coloredLine(32, 32)};
+        merge_colors(&ctx, &clip, &list);
+        QCOMPARE(ctx.userColors.size(), 65534);
+        QCOMPARE(list.first()->pen_color, 32);
+        deleteObjectList(&list);
+    }
+
     // A number that one step has written may be the old number of a later step, and then moves
     // on once more.
     void mergingRemapsColourByColourUnguarded()

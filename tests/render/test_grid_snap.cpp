@@ -20,8 +20,6 @@ namespace {
 constexpr int MEDIUM = 2;
 constexpr int MEDIUM_ISO = 5;
 constexpr int CUSTOM = NUM_BUILTIN_GRIDS;
-constexpr int SNAP_GRID = 1;
-constexpr int SNAP_VERTEX = 2;
 
 struct InchContext : CFigContext {
     explicit InchContext(int grid = MEDIUM)

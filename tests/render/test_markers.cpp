@@ -677,6 +677,53 @@ private slots:
         QCOMPARE(gone->marked, 0);
     }
 
+    // The box of a text lies lower than its upper marker, and at small zooms the margin of four
+    // pixels at zoom 1 is less than a marker.
+    void nothingOfAMarkerStaysWhenItGoes_data()
+    {
+        QTest::addColumn<float>("zoom");
+        QTest::addColumn<int>("size");
+        QTest::newRow("a small text") << 1.0f << 12;
+        QTest::newRow("a large text") << 1.0f << 60;
+        QTest::newRow("at a quarter") << 0.25f << 200;
+        QTest::newRow("far away") << 0.05f << 500;
+    }
+
+    void nothingOfAMarkerStaysWhenItGoes()
+    {
+        QFETCH(float, zoom);
+        QFETCH(int, size);
+        CFigContext ctx;
+        ctx.ppiX = ctx.ppiY = 80.0f;
+        ctx.zoom = zoom;
+        ctx.max_depth = 50;
+        Canvas canvas(&ctx);
+        const int far = static_cast<int>(1500 / zoom);
+        auto* text = new FigText;
+        text->cstring = "gy";
+        text->size = size;
+        text->x = far / 3;
+        text->y = far;
+        FigLine* line = makeLine({{far / 3, far / 5}, {far, far / 5}});
+        for (FigObject* object : {static_cast<FigObject*>(text), static_cast<FigObject*>(line)}) {
+            object->depth = 50;
+            ctx.drawing.objects.append(object);
+        }
+        redisplay_viewport(&ctx, 200, 160);
+        const QImage before = canvas.image();
+        show_pointmarker(&ctx);
+        QVERIFY(canvas.image() != before);
+        unmarkAllUntaggedObjects(&ctx);
+        QCOMPARE(canvas.image(), before);
+        for (FigObject* object : qAsConst(ctx.drawing.objects)) {
+            showPointMarker(&ctx, object);
+            object->marked = 0;
+            FigObjectList single{object};
+            refresh_marked_area(&ctx, &single, false);
+            QCOMPARE(canvas.image(), before);
+        }
+    }
+
     void theCurrentObjectIsMarkedAndWipedByARedraw()
     {
         PixelContext ctx;

@@ -575,6 +575,23 @@ private slots:
         QCOMPARE(drawnIds, (QVector<long>{2}));
     }
 
+    // As undo wipes what was changed inside an open compound.
+    void membersOfACompoundInAListAreExcludedToo()
+    {
+        CFigContext ctx;
+        FigObject* member = new RecordedLine(1, 5);
+        FigObject* inner = new RecordedLine(3, 5);
+        fill(ctx, {compoundOf({member, new RecordedLine(2, 5), compoundOf({inner})})});
+        FigObjectList list;
+        list << member << inner;
+        QImage image = blankCanvas(300, 200);
+        paintOn(image, ctx, false, [&] { refresh_obj_area(&ctx, &list, true); });
+        QCOMPARE(drawnIds, (QVector<long>{2}));
+        drawnIds.clear();
+        paintOn(image, ctx, false, [&] { refresh_obj_area(&ctx, &list, false); });
+        QCOMPARE(drawnIds, (QVector<long>{1, 2, 3}));
+    }
+
     void areaOfAListHoldsAllOfItAndExcludesAllOfIt()
     {
         CFigContext ctx;

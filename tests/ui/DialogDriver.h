@@ -51,6 +51,15 @@ public:
         });
     }
 
+    /// Fills in the next dialog and confirms it.
+    void accept(const std::function<void(QWidget*)>& fillIn)
+    {
+        answers.append([fillIn](QWidget* dialog) {
+            fillIn(dialog);
+            return QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+        });
+    }
+
     /// Looks at the next dialog before it is closed.
     void inspect(const std::function<void(QWidget*)>& look)
     {

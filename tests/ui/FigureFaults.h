@@ -2,17 +2,19 @@
 #pragma once
 
 #include "edit/command.h"
+#include "edit/e_clipboard.h"
+#include "edit/e_copy.h"
 #include "edit/mode.h"
 #include "edit/u_reshaping.h"
 #include "fileio/f_save.h"
+#include "fileio/written_tree.h"
 #include "model/FigContext.h"
 #include "model/ObjectFunctions.h"
 #include "model/w_layers.h"
 #include "ui/QTChildFrm.h"
 
-#include <QFile>
 #include <QSet>
-#include <QTemporaryDir>
+#include <QTextStream>
 
 #include <algorithm>
 #include <cmath>
@@ -47,7 +49,9 @@ inline FigPath* chainOwner(FigObject* object)
 inline QSet<FigObject*> previewOf(CFigContext* ctx)
 {
     QSet<FigObject*> preview;
-    if (!ctx->movedObjects || cur_command == CMD_DRAG_OBJECTS || cur_command == CMD_SCALE_COMPOUND)
+    const bool isShown =
+        canvas_leftbut_proc == placeClipOjects || canvas_leftbut_proc == place_copy_object;
+    if (!ctx->movedObjects || !isShown)
         return preview;
     QList<FigObject*> all;
     collectObjects(*ctx->movedObjects, &all);
@@ -156,6 +160,31 @@ inline QString depthFault(CFigContext* ctx, const QList<FigObject*>& all)
     return {};
 }
 
+inline int linkCount(CFigContext* ctx)
+{
+    int count = 0;
+    for (FigObject* object : objectsOf(ctx)) {
+        FigPath* path = chainOwner(object);
+        for (const FigPoint* point = path ? path->points : nullptr; point; point = point->next)
+            count += point->link != nullptr;
+    }
+    return count;
+}
+
+/// No object in the figure is linked to one that has left it.
+inline QString linkFault(const QList<FigObject*>& all, const QSet<long>& ids)
+{
+    for (FigObject* object : all) {
+        FigPath* path = chainOwner(object);
+        for (const FigPoint* point = path ? path->points : nullptr; point; point = point->next)
+            if (point->link && !ids.contains(point->link->targetObjId))
+                return QString("object %1 is linked to %2, which has gone")
+                    .arg(object->id)
+                    .arg(point->link->targetObjId);
+    }
+    return {};
+}
+
 /// What has to be over when no gesture of the document is in progress.
 inline QString restFault(CFigContext* ctx)
 {
@@ -196,8 +225,10 @@ inline QString figureFault(CFigContext* ctx)
         return "the open list is of no compound in the figure";
     if (ctx->chFrm && ctx->chFrm->painter.isActive())
         return "the painter is still at work";
-    const QString rest = restFault(ctx);
-    return rest.isEmpty() ? depthFault(ctx, all) : rest;
+    for (const QString& fault : {restFault(ctx), linkFault(all, ids), depthFault(ctx, all)})
+        if (!fault.isEmpty())
+            return fault;
+    return {};
 }
 
 /// What is wrong with the gesture of the process; documents are those that are open.
@@ -210,7 +241,9 @@ inline QString gestureFault(const QList<QTChildFrm*>& documents)
     if (gestureContext && !isOwned)
         return "the gesture is that of a document that has gone";
     if (gestureContext)
-        return {};
+        return gestureContext->movedObjects && !canvas_locmove_proc2
+                   ? "objects are held that no pointer moves"
+                   : QString();
     if (action_on || elastic_proc || canvas_leftbutUp_proc || canvas_locmove_proc2)
         return "something of a gesture is left";
     if (!oldElasticObjectList.isEmpty())
@@ -261,32 +294,46 @@ private:
     QList<std::pair<FigCompound*, std::pair<FigPoint, FigPoint>>> formerCorners;
 };
 
-inline QByteArray writtenText(CFigContext* ctx, const QString& path)
+/// What saving would write.
+inline QByteArray writtenText(CFigContext* ctx)
 {
-    QFile file(path);
-    return write_file(ctx, path) && file.open(QIODevice::ReadOnly) ? file.readAll()
-                                                                   : QByteArray("(not written)");
+    QByteArray text;
+    QTextStream stream(&text);
+    stream.setCodec("UTF-8");
+    writeObjects(ctx, stream);
+    stream.flush();
+    return text;
 }
 
-/// The centre of an arc is a sum in single precision, which rounds; it is left out.
-inline QByteArray withoutArcCentres(const QByteArray& text)
+/// Without what is worked out anew and rounds on the way: the centre of an arc, which is a sum in
+/// single precision; the extent of a text, measured at the zoom of the moment; the corners of
+/// compounds, which follow from these. User colours are no steps: those that a paste has brought
+/// stay.
+inline QByteArray withoutRounded(const QByteArray& text)
 {
     QList<QByteArray> lines = text.split('\n');
     for (QByteArray& line : lines) {
         QList<QByteArray> fields = line.split(' ');
-        if (fields.size() < 20 || fields[0] != "5")
-            continue;
-        fields[14] = fields[15] = "x";
-        line = fields.join(' ');
+        const auto blank = [&](int first, int last) {
+            for (int field = first; field <= last && field < fields.size(); ++field)
+                fields[field] = "x";
+        };
+        if (fields[0] == "5" && fields.size() > 20)
+            blank(14, 15);
+        else if (fields[0] == "4" && fields.size() > 12)
+            blank(9, 10);
+        else if (fields[0] == "6" && fields.size() == 5)
+            blank(1, 4);
+        line = fields[0] == "0" ? QByteArray() : fields.join(' ');
     }
+    lines.removeAll(QByteArray());
     return lines.join('\n');
 }
 
 inline QByteArray normalText(CFigContext* ctx)
 {
-    const QTemporaryDir folder;
     const NormalForm form(ctx);
-    return withoutArcCentres(writtenText(ctx, folder.filePath("figure.fig")));
+    return withoutRounded(writtenText(ctx));
 }
 
 /// Which objects there are, and which of them lie in which compound: ids, types, nesting.

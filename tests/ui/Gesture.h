@@ -166,16 +166,18 @@ inline Gesture draw(int command, QSize size = {1100, 750})
     return gesture;
 }
 
-/// A window with a document of these records, as a file has them after its header.
+/// A window with a document of these records, as an own file has them after its header, and the
+/// selection tool.
 inline Gesture openFigure(const QByteArray& records, QSize size = {1100, 750})
 {
+    const QByteArray header = "#FIG 3.2\n# Created by Orvalt version 7.4\nLandscape\nCenter\n"
+                              "Metric\nA4\n100.00\nSingle\n-2\n1200 2\n";
     auto window = std::make_shared<WindowFixture>(size);
     const QTemporaryDir folder;
     QFile file(folder.filePath("figure.fig"));
     const QString before = QDir::currentPath();
-    if (file.open(QIODevice::WriteOnly))
-        file.write("#FIG 3.2\nLandscape\nCenter\nMetric\nA4\n100.00\nSingle\n-2\n1200 2\n" +
-                   records);
+    if (!file.open(QIODevice::WriteOnly) || file.write(header + records) < 0)
+        qFatal("the figure cannot be written");
     file.close();
     if (!window->child->loadFile(file.fileName()))
         qFatal("the figure cannot be read");

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QStringList>
+#include <QtTest>
 
 namespace records {
 
@@ -61,4 +62,12 @@ inline QByteArray compound(long id, int left, int top, int right, int bottom,
            members + "-6\n";
 }
 
+inline QStringList lines(const QByteArray& figure)
+{
+    return QString::fromLatin1(figure).split('\n');
+}
+
 } // namespace records
+
+/// Tells the first line that differs.
+#define COMPARE_FIGURES(actual, expected) QCOMPARE(records::lines(actual), records::lines(expected))

@@ -555,6 +555,35 @@ private slots:
         QCOMPARE(line->depth, 50);
     }
 
+    void undoInAFieldTakesAStepOfTheDocumentBack()
+    {
+        PanelFixture fixture;
+        FigLine* line = fixture.addLine(0, 0, 1200, 1200);
+        fixture.select(line);
+        QApplication::setActiveWindow(fixture.window.get());
+        auto* width = fixture.control<QSpinBox>(POLYLINE_PAGE, "lineWidth");
+        typeInto(width, "5");
+        QCOMPARE(line->thickness, 5);
+        QTest::keyClick(width, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(line->thickness, 1);
+        QCOMPARE(width->value(), 1);
+        QTest::keyClick(width, Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(line->thickness, 5);
+    }
+
+    void undoInTheSizeOfATextTakesAStepOfTheDocumentBack()
+    {
+        PanelFixture fixture;
+        FigText* text = fixture.selectedText();
+        const int before = text->size;
+        QApplication::setActiveWindow(fixture.window.get());
+        auto* size = fixture.control<QComboBox>(13, "fontSize");
+        typeInto(size, "30");
+        QCOMPARE(text->size, 30);
+        QTest::keyClick(size, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(text->size, before);
+    }
+
     void numbersOutsideTheRangeCannotBeTyped_data()
     {
         QTest::addColumn<int>("page");

@@ -19,8 +19,6 @@
 
 namespace {
 
-constexpr int SNAP_GRID = 1;
-constexpr int SNAP_VERTEX = 2;
 
 QImage image(const Gesture& gesture)
 {
@@ -790,6 +788,18 @@ private slots:
     }
 
     // --- what the next click does -----------------------------------------------
+
+    void theStatusBarTellsWhichPointOfAnArcIsNext()
+    {
+        Gesture gesture = draw(CMD_ARC);
+        QCOMPARE(hintOf(gesture), QString("left: first point of the arc, right: deselect"));
+        gesture.left(1200, 1200);
+        QCOMPARE(hintOf(gesture), QString("left: next point of the arc, right: cancel"));
+        gesture.left(1800, 1500);
+        QCOMPARE(hintOf(gesture), QString("left: last point of the arc, right: cancel"));
+        gesture.left(1800, 2400);
+        QCOMPARE(hintOf(gesture), QString("left: first point of the arc, right: deselect"));
+    }
 
     void theStatusBarTellsWhatTheNextClickDoes()
     {

@@ -8,6 +8,7 @@
 #include "render/grid.h"
 #include "ui/ContextPanel.h"
 
+#include <QPushButton>
 #include <QSignalSpy>
 
 namespace {
@@ -155,6 +156,49 @@ private slots:
         QVERIFY(user.seen.value(0).startsWith("Create Smart Links?: Orvalt will now search"));
         QCOMPARE(gesture.last<FigLine>()->points->next->link != nullptr, yes);
         QCOMPARE(gesture.steps(), yes ? 3 : 2);
+    }
+
+    void theQuestionOnLinksIsTakenForNoUnlessTheUserSaysYes()
+    {
+        Gesture gesture = draw(CMD_BOX).left(3000, 600).left(3600, 1800);
+        DialogDriver user;
+        QString text;
+        bool isNoDefault = false;
+        user.inspect([&](QWidget* dialog) {
+            auto* box = qobject_cast<QMessageBox*>(dialog);
+            text = box ? box->text() : QString();
+            isNoDefault = box && box->standardButton(box->defaultButton()) == QMessageBox::No &&
+                          box->icon() == QMessageBox::Warning;
+        });
+        gesture.window().window->createSmartLinks();
+        QVERIFY(user.isDone());
+        QVERIFY(isNoDefault);
+        QCOMPARE(text, QString("Orvalt will now search for possible connections between objects "
+                               "and create smart links. A later undo will be possible.\n\n"
+                               "Do you wish to continue?"));
+        QCOMPARE(gesture.steps(), 1);
+    }
+
+    // Both ends lie on outlines: the left one on the right edge, index 1, of the first box.
+    void madeLinksAreSavedFollowedAndTakenBack()
+    {
+        Gesture gesture = draw(CMD_BOX).left(600, 600).left(1200, 1200);
+        gesture.left(2400, 600).left(3000, 1200);
+        gesture.tool(CMD_POLYLINE).left(1200, 900).right(2400, 900);
+        const QByteArray unlinked = gesture.figure();
+        DialogDriver user;
+        user.press(QMessageBox::Yes);
+        gesture.window().window->createSmartLinks();
+        const QByteArray linked = gesture.figure();
+        QVERIFY(linked.contains(
+            "# METADATA <id>3</id>\n"
+            "# METADATA <link srcPointIdx=0 targetObjId=1 targetLeftPointIdx=1/>\n"
+            "# METADATA <link srcPointIdx=1 targetObjId=2 targetLeftPointIdx=3/>\n"));
+        gesture.tool(CMD_SELECT).drag(900, 600, 900, 900);
+        QVERIFY(gesture.figure().contains("\t 1200 1200 2400 900\n"));
+        QCOMPARE(gesture.undo().figure(), linked);
+        QCOMPARE(gesture.undo().figure(), unlinked);
+        QCOMPARE(gesture.redo().figure(), linked);
     }
 
     void noneOfThemRunsWhileAGestureHoldsObjects()
