@@ -1,6 +1,9 @@
 #include "ui/AttrIcons.h"
 
+#include <QAbstractItemModel>
+#include <QApplication>
 #include <QComboBox>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -10,6 +13,7 @@ constexpr QSize LINE_STYLE_SIZE(64, 16); // of the pictures
 constexpr QSize ARROW_SIZE(32, 16);
 constexpr int NUM_ARROW_TYPES = 29;
 constexpr int NUM_LINE_STYLES = 6;
+const QString arrowPath = QStringLiteral(":/arrows/images/arrows/%1.png");
 
 struct LineStyleRow {
     const char* icon;
@@ -32,34 +36,89 @@ void insertIcon(QComboBox* box, int index, const QString& path, const QString& n
     box->setItemData(std::min(index, box->count() - 1), name, Qt::AccessibleTextRole);
 }
 
-void addArrows(QComboBox* box, const char* prefix, bool withNone)
+using Fill = void (*)(QComboBox*);
+
+/// Several panels show the same list: the first one makes it, the application owns it.
+void showShared(QComboBox* box, QPointer<QAbstractItemModel>& list, Fill fill)
 {
-    const QString path = ":/arrows/images/arrows/%1.png";
-    box->setIconSize(ARROW_SIZE);
-    if (withNone)
-        insertIcon(box, 0, path.arg("none"), QObject::tr("No arrow"));
+    if (box->count() > 0)
+        return fill(box);
+    if (!list) {
+        QComboBox first;
+        fill(&first);
+        list = first.model();
+        list->setParent(qApp);
+    }
+    box->setModel(list);
+}
+
+void insertArrows(QComboBox* box, const QString& prefix)
+{
     for (int number = 1; number <= NUM_ARROW_TYPES; ++number)
-        insertIcon(box, number, path.arg(prefix + QString::number(number)),
+        insertIcon(box, number, arrowPath.arg(prefix + QString::number(number)),
                    QObject::tr("Arrow %1").arg(number));
 }
 
-} // namespace
-
-void addLineStyleIcons(QComboBox* box)
+void insertNone(QComboBox* box)
 {
-    box->setIconSize(LINE_STYLE_SIZE);
+    insertIcon(box, 0, arrowPath.arg("none"), QObject::tr("No arrow"));
+}
+
+void insertLineStyles(QComboBox* box)
+{
     const QString path = ":/lineStyles/images/lineStyles/%1.png";
     for (int style = 0; style < NUM_LINE_STYLES; ++style)
         insertIcon(box, style, path.arg(lineStyleTable[style].icon),
                    QObject::tr(lineStyleTable[style].name));
 }
 
+void insertBackArrows(QComboBox* box)
+{
+    insertArrows(box, "back");
+}
+
+void insertForwardArrows(QComboBox* box)
+{
+    insertArrows(box, "forw");
+}
+
+void insertNoneAndBackArrows(QComboBox* box)
+{
+    insertNone(box);
+    insertBackArrows(box);
+}
+
+void insertNoneAndForwardArrows(QComboBox* box)
+{
+    insertNone(box);
+    insertForwardArrows(box);
+}
+
+void addArrows(QComboBox* box, QPointer<QAbstractItemModel>& list, Fill fill)
+{
+    box->setIconSize(ARROW_SIZE);
+    showShared(box, list, fill);
+}
+
+} // namespace
+
+void addLineStyleIcons(QComboBox* box)
+{
+    static QPointer<QAbstractItemModel> list;
+    box->setIconSize(LINE_STYLE_SIZE);
+    showShared(box, list, insertLineStyles);
+}
+
 void addBackArrowTypes(QComboBox* box, bool withNone)
 {
-    addArrows(box, "back", withNone);
+    static QPointer<QAbstractItemModel> plain, extended;
+    addArrows(box, withNone ? extended : plain,
+              withNone ? insertNoneAndBackArrows : insertBackArrows);
 }
 
 void addForwardArrowTypes(QComboBox* box, bool withNone)
 {
-    addArrows(box, "forw", withNone);
+    static QPointer<QAbstractItemModel> plain, extended;
+    addArrows(box, withNone ? extended : plain,
+              withNone ? insertNoneAndForwardArrows : insertForwardArrows);
 }
