@@ -216,7 +216,8 @@ private slots:
         const std::unique_ptr<FigLine> line(makeLine({{INT_MAX, INT_MIN}, {INT_MIN, INT_MAX}}));
         scale_object(&context, line.get(), 1e9f, -1e9f, 0, 0);
         QCOMPARE(line->points->x, INT_MAX);
-        const std::unique_ptr<FigEllipse> ellipse(makeEllipse(1, INT_MAX, INT_MAX));
+        const std::unique_ptr<FigEllipse> ellipse(makeEllipse(1, 20, 10));
+        ellipse->radiuses = FigPoint(INT_MAX, INT_MAX);
         scale_object(&context, ellipse.get(), -1e9f, 1e9f, 0, 0);
         QCOMPARE(ellipse->radiuses.x, INT_MAX);
     }
