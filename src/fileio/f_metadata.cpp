@@ -1,6 +1,7 @@
 // The private comment lines: object ids and smart links of own files.
 #include "fileio/f_read.h"
 #include "model/FigContext.h"
+#include "model/objectwalk.h"
 
 #include <QVector>
 
@@ -8,17 +9,11 @@
 #include <cstdio>
 #include <limits>
 #include <memory>
+#include <vector>
+
+using namespace objectwalk;
 
 namespace {
-
-FigPath* asPath(FigObject* object)
-{
-    if (object->type == O_POLYLINE)
-        return static_cast<FigLine*>(object);
-    if (object->type == O_SPLINE)
-        return static_cast<FigSpline*>(object);
-    return nullptr;
-}
 
 /// Point lists by index, each walked once however many links ask for it.
 class PointIndex {
@@ -44,6 +39,30 @@ private:
 
     QHash<FigPath*, QVector<FigPoint*>> pointLists;
 };
+
+const QLatin1String ID_WORDS("# METADATA <id>");
+/// So many decimal digits fit into a long.
+constexpr int MAX_PLAIN_DIGITS = 18;
+
+/// The line as this program writes it. False for one that is left to sscanf.
+bool parsePlainId(const QString& line, long* id)
+{
+    if (!line.startsWith(ID_WORDS))
+        return false;
+    long value = 0;
+    int digits = 0;
+    for (int i = ID_WORDS.size(); i < line.size(); ++i, ++digits) {
+        const int digit = line.at(i).unicode() - '0';
+        if (digit < 0 || digit > 9)
+            break;
+        if (digits == MAX_PLAIN_DIGITS)
+            return false;
+        value = value * 10 + digit;
+    }
+    if (digits > 0)
+        *id = value;
+    return digits > 0;
+}
 
 struct LinkLine {
     long srcPointIdx = -1;
@@ -105,12 +124,10 @@ FigLink* makeLink(FigObject* target, const LinkLine& line, PointIndex* points)
 /// The first object of each id, as findObjectById finds it.
 void indexById(FigObjectList* objects, QHash<long, FigObject*>* index)
 {
-    for (FigObject* object : *objects) {
+    visitAll(objects, [index](FigObject* object) {
         if (object->id != -1 && !index->contains(object->id))
             index->insert(object->id, object);
-        if (object->type == O_COMPOUND)
-            indexById(static_cast<FigCompound*>(object)->objects, index);
-    }
+    });
 }
 
 void restoreLink(FigObject* object, const QString& text, const QHash<long, FigObject*>& objectById,
@@ -143,10 +160,15 @@ void restoreLinks(FigObjectList* objects, const MetadataMap& metadata)
 
 bool anyWithoutId(FigObjectList* objects)
 {
-    return std::any_of(objects->cbegin(), objects->cend(), [](FigObject* object) {
-        return object->id == -1 || (object->type == O_COMPOUND &&
-                                    anyWithoutId(static_cast<FigCompound*>(object)->objects));
-    });
+    return findAny(objects, [](FigObject* object) { return object->id == -1; }) != nullptr;
+}
+
+bool areDistinct(FigObjectList* objects)
+{
+    std::vector<long> ids;
+    visitAll(objects, [&ids](FigObject* object) { ids.push_back(object->id); });
+    std::sort(ids.begin(), ids.end());
+    return std::adjacent_find(ids.begin(), ids.end()) == ids.end();
 }
 
 /// Every object gets an id. False when those of the file could not be kept.
@@ -157,8 +179,7 @@ bool settleIds(CFigContext* ctx, FigObjectList* objects)
         ctx->nextId < std::numeric_limits<long>::max() - std::numeric_limits<int>::max();
     if (hasRoom || !anyWithoutId(objects)) {
         ctx->nextId = completeObjectIds(objects, ctx->nextId);
-        QSet<long> seen;
-        if (checkObjectIds(objects, &seen))
+        if (areDistinct(objects))
             return true;
     }
     ctx->nextId = renumberObjectIds(objects, 0);
@@ -167,10 +188,16 @@ bool settleIds(CFigContext* ctx, FigObjectList* objects)
 
 } // namespace
 
+bool isIdLine(const QString& line)
+{
+    return line.startsWith(ID_WORDS);
+}
+
 void parseMetadataForId(FigObject* object, QStringList* lines)
 {
     for (const QString& line : *lines)
-        std::sscanf(line.toUtf8().constData(), "# METADATA <id>%ld</id>", &object->id);
+        if (!parsePlainId(line, &object->id))
+            std::sscanf(line.toUtf8().constData(), "# METADATA <id>%ld</id>", &object->id);
 }
 
 void parseMetadataForLinks(FigObject* object, FigObjectList* objects, QStringList* lines)
@@ -181,12 +208,10 @@ void parseMetadataForLinks(FigObject* object, FigObjectList* objects, QStringLis
 void applyMetadata(CFigContext* ctx, FigObjectList* objects, bool allNew, MetadataMap* metadata)
 {
     if (isFromOrvalt) {
-        for (auto entry = metadata->begin(); entry != metadata->end(); ++entry)
-            parseMetadataForId(entry.key(), entry.value());
-        if (settleIds(ctx, objects))
+        if (settleIds(ctx, objects) && !metadata->isEmpty())
             restoreLinks(objects, *metadata);
     } else if (allNew) {
-        // Files of other origin may hold such lines by chance. None of their objects has an id.
+        // No object of a file of other origin has an id.
         ctx->nextId = renumberObjectIds(objects, 0);
     } else {
         settleIds(ctx, objects);

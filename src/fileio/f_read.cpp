@@ -46,6 +46,15 @@ void beginReading()
     line_no = 1;
 }
 
+/// The whole text, decoded. Carriage returns mean nothing; a file opened as text drops them too,
+/// but looks at each character for that.
+QString decodedText(QFile* file)
+{
+    QString text = OrvaltTextStream(file).readAll();
+    text.remove(QLatin1Char('\r'));
+    return text;
+}
+
 /// Preamble and objects; they come from a string, which can be scanned in place.
 int readText(CFigContext* ctx, QString text, FigDrawing* drawing, bool merge)
 {
@@ -62,28 +71,19 @@ int readText(CFigContext* ctx, QString text, FigDrawing* drawing, bool merge)
     return result;
 }
 
-/// Scales and moves to where the figure belongs. The corners of its compounds are up to date then.
-void placeFigure(CFigContext* ctx, FigDrawing* drawing, bool merge, int xoff, int yoff)
+/// Scales and moves to where the figure belongs. True when the bounds that the reading left are no
+/// longer those of the figure; the corners of its compounds are up to date in any case.
+bool placeFigure(CFigContext* ctx, FigDrawing* drawing, bool merge, int xoff, int yoff)
 {
     const bool scaled = drawing->resolution != FIG_RESOLUTION;
     if (scaled)
         scale_figure(ctx, &drawing->objects,
                      static_cast<double>(FIG_RESOLUTION) / drawing->resolution, SCALE_OFFSET);
     // Moving by nothing would only compute the corners once more.
-    if (scaled || merge || xoff != 0 || yoff != 0)
+    const bool moved = scaled || merge || xoff != 0 || yoff != 0;
+    if (moved)
         translate_object_list(ctx, &drawing->objects, xoff, yoff);
-}
-
-/// Brings the figure onto the page and stores its bounds.
-void settleOnPage(CFigContext* ctx, FigDrawing* drawing, bool merge)
-{
-    FigPoint* nw = &drawing->nwcorner;
-    FigPoint* se = &drawing->secorner;
-    boundsAsRead(ctx, &drawing->objects, nw, se);
-    if (nw->x >= 0 && nw->y >= 0)
-        return;
-    shift_figure(ctx, &drawing->objects, merge);
-    drawing->getBounds(ctx, &nw->x, &nw->y, &se->x, &se->y, true, true);
+    return moved;
 }
 
 /// Distance that brings a negative minimum to the first grid line, or just before it.
@@ -92,6 +92,24 @@ long shiftOntoGrid(int minimum, int grid)
     if (minimum >= 0)
         return 0;
     return static_cast<long>(grid) - minimum - (grid != 0 ? 1 : 0);
+}
+
+/// Moves objects whose bounds begin at left and top. False when they stay where they are.
+bool shiftOntoPage(CFigContext* ctx, FigObjectList* objects, int left, int top, bool merge)
+{
+    if (left >= 0 && top >= 0)
+        return false;
+    if (!merge &&
+        !shell_question("Request", "The figure has objects, which have negative coordinates. Do "
+                                   "you wish to shift it back on the page?"))
+        return false;
+    const int grid = round2(getGridRound(ctx));
+    const long right = shiftOntoGrid(left, grid);
+    const long down = shiftOntoGrid(top, grid);
+    put_msg("Shifting entire figure %ld pixels right and %ld pixels down to keep on page.", right,
+            down);
+    translate_object_list(ctx, objects, saturated(right), saturated(down));
+    return true;
 }
 
 } // namespace
@@ -126,16 +144,20 @@ int read_fig(CFigContext* ctx, const QString& fileName, FigDrawing* drawing, boo
     ctx->clearUserColors();
     put_msg("Reading objects from \"%s\" ...", fileName.toUtf8().constData());
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!file.open(QIODevice::ReadOnly))
         return RESULT_TOLD;
     if (file.size() > MAX_FILE_SIZE)
         return EFBIG;
     beginReading();
-    const int result = readText(ctx, OrvaltTextStream(&file).readAll(), drawing, merge);
+    const int result = readText(ctx, decodedText(&file), drawing, merge);
     if (result != 0)
         return result;
-    placeFigure(ctx, drawing, merge, xoff, yoff);
-    settleOnPage(ctx, drawing, merge);
+    FigPoint* nw = &drawing->nwcorner;
+    FigPoint* se = &drawing->secorner;
+    if (placeFigure(ctx, drawing, merge, xoff, yoff))
+        boundsAsRead(ctx, &drawing->objects, nw, se);
+    if (shiftOntoPage(ctx, &drawing->objects, nw->x, nw->y, merge))
+        boundsAsRead(ctx, &drawing->objects, nw, se);
     finish(ctx);
     return 0;
 }
@@ -161,19 +183,7 @@ void shift_figure(CFigContext* ctx, FigObjectList* objects, bool merge)
         left = qMin(left, xmin);
         top = qMin(top, ymin);
     }
-    if (left >= 0 && top >= 0)
-        return;
-    if (!merge &&
-        !shell_question("Request", "The figure has objects, which have negative coordinates. Do "
-                                   "you wish to shift it back on the page?"))
-        return;
-    const int grid = round2(getGridRound(ctx));
-    const long right = shiftOntoGrid(left, grid);
-    const long down = shiftOntoGrid(top, grid);
-    put_msg("Shifting entire figure %ld pixels right and %ld pixels down to keep on page.", right,
-            down);
-    for (FigObject* object : *objects)
-        translate_object(ctx, object, saturated(right), saturated(down));
+    shiftOntoPage(ctx, objects, left, top, merge);
 }
 
 void read_fail_message(const QString& name, int result)

@@ -46,7 +46,7 @@ constexpr int MAX_PADDING = 2000000;
 /// A compound within so many others is refused.
 constexpr int MAX_NESTING = 1000;
 
-/// Metadata lines that stand before each object.
+/// The metadata lines of objects that may have links; ids are taken at once.
 using MetadataMap = QHash<FigObject*, QStringList*>;
 
 /// Replaces the document's figure by that of the file. False after a message.
@@ -57,6 +57,7 @@ int read_fig(CFigContext* ctx, const QString& fileName, FigDrawing* drawing, boo
              int yoff);
 int readPreamble(CFigContext* ctx, QTextStream& stream, FigDrawing* drawing, bool merge,
                  int* version10);
+/// All records up to the end of the stream. Leaves the corners of the drawing at their bounds.
 int read_objects(CFigContext* ctx, QTextStream& stream, FigDrawing* drawing, int version10);
 
 // One record each; line is its first line. Null when the record was refused.
@@ -88,6 +89,8 @@ void shift_figure(CFigContext* ctx, FigObjectList* objects, bool merge);
 void boundsAsRead(CFigContext* ctx, FigObjectList* objects, FigPoint* nwcorner, FigPoint* secorner);
 QString attach_comments();
 void save_comment(const QString& line);
+/// Whether a metadata line tells an id as this program writes it. Such a line holds no link.
+bool isIdLine(const QString& line);
 void parseMetadataForId(FigObject* object, QStringList* lines);
 void parseMetadataForLinks(FigObject* object, FigObjectList* objects, QStringList* lines);
 /// Gives every object its id, restores the links if the ids allow it, and frees the lists of the

@@ -1,11 +1,13 @@
 // The sequence of records: lines and their comments, objects at top level and within compounds.
 #include "fileio/f_read.h"
-#include "fileio/number_scanner.h"
+#include "fileio/stream_fields.h"
 #include "model/FigContext.h"
 #include "model/shell.h"
+#include "render/u_bound.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <vector>
 
 int line_no = 1;
 int save_line = 1;
@@ -17,6 +19,7 @@ namespace {
 
 constexpr int COLOR_DEFINITION = 0;
 constexpr int END_OF_COMPOUND = -6;
+constexpr int USUAL_LINE_LENGTH = 200;
 
 /// Compounds that are open around the present record.
 int nesting = 0;
@@ -30,8 +33,8 @@ bool isBlank(const QString& line)
 /// The common line holds no "#" at all, which is quickly seen.
 bool isMetadata(const QString& line)
 {
-    const int mark = line.indexOf(QLatin1Char('#'));
-    return mark != -1 && line.indexOf(QLatin1String("# METADATA"), mark) != -1;
+    const QLatin1String mark("# METADATA");
+    return line.contains(QLatin1Char('#')) && (line.startsWith(mark) || line.contains(mark));
 }
 
 int recordCode(const QString& line)
@@ -71,11 +74,19 @@ FigObject* readObject(CFigContext* ctx, QTextStream& stream, const QString& line
     }
 }
 
-/// The lines that were gathered go to the object; what was refused leaves them to the next one.
+/// The lines that were gathered go to the object; what was refused leaves them to the next one. An
+/// id is taken at once, and only lists that may hold links stay in the map. Files of other origin
+/// hold such lines by chance.
 void keepMetadata(FigObject* object, QStringList** lines, MetadataMap* metadata)
 {
     if (!*lines || (*lines)->isEmpty())
         return;
+    if (isFromOrvalt)
+        parseMetadataForId(object, *lines);
+    if (!isFromOrvalt || std::all_of((*lines)->cbegin(), (*lines)->cend(), isIdLine)) {
+        (*lines)->clear();
+        return;
+    }
     metadata->insert(object, *lines);
     *lines = nullptr;
 }
@@ -102,17 +113,69 @@ Bounds boundsOf(CFigContext* ctx, FigObject* object)
     return bounds;
 }
 
+/// Bounds of a list that grows. An object is measured best when it has just been read: later it
+/// has to be fetched from the memory again.
+class Extent {
+public:
+    void include(CFigContext* ctx, FigObject* object)
+    {
+        if (liesWithin(ctx, object))
+            return;
+        const Bounds one = boundsOf(ctx, object);
+        all = empty ? one
+                    : Bounds{qMin(all.xmin, one.xmin), qMin(all.ymin, one.ymin),
+                             qMax(all.xmax, one.xmax), qMax(all.ymax, one.ymax)};
+        empty = false;
+    }
+
+    void include(CFigContext* ctx, const FigObjectList& objects)
+    {
+        for (FigObject* object : objects)
+            include(ctx, object);
+    }
+
+    void store(FigPoint* nwcorner, FigPoint* secorner) const
+    {
+        nwcorner->x = all.xmin;
+        nwcorner->y = all.ymin;
+        secorner->x = all.xmax;
+        secorner->y = all.ymax;
+    }
+
+private:
+    /// Certain without exact bounds, for most objects of a large figure.
+    bool liesWithin(CFigContext* ctx, FigObject* object) const
+    {
+        QRect reach;
+        return !empty && object->type != O_COMPOUND && reachOfObject(ctx, object, &reach) &&
+               reach.left() >= all.xmin && reach.top() >= all.ymin && reach.right() <= all.xmax &&
+               reach.bottom() <= all.ymax;
+    }
+
+    Bounds all{0, 0, 0, 0};
+    bool empty = true;
+};
+
 /// Splines and inner compounds are not counted there; the message after opening tells it so.
 bool countsInCompound(int code)
 {
     return code != O_SPLINE && code != O_COMPOUND;
 }
 
+/// With room for most lines, so that the next one does not need memory of its own.
+QString lineBuffer()
+{
+    QString line;
+    line.reserve(USUAL_LINE_LENGTH);
+    return line;
+}
+
 void readMembers(CFigContext* ctx, QTextStream& stream, FigCompound* compound, int version10,
                  MetadataMap* metadata)
 {
+    Extent extent;
     QStringList* lines = nullptr;
-    QString line;
+    QString line = lineBuffer();
     while (read_line(stream, &lines, &line)) {
         const int code = recordCode(line);
         if (!isObjectCode(code)) {
@@ -126,11 +189,21 @@ void readMembers(CFigContext* ctx, QTextStream& stream, FigCompound* compound, i
         if (!object)
             continue;
         compound->objects->append(object);
+        extent.include(ctx, object);
         keepMetadata(object, &lines, metadata);
         if (countsInCompound(code))
             ++num_object;
     }
     dropMetadata(&lines);
+    extent.store(&compound->nwcorner, &compound->secorner);
+}
+
+/// The nodes of a list that is made at a stretch lie side by side. Whoever walks over a large
+/// figure then waits less for the memory than with the records between them.
+void appendAll(const std::vector<FigObject*>& objects, FigObjectList* list)
+{
+    for (FigObject* object : objects)
+        list->append(object);
 }
 
 void readTopLevelColor(CFigContext* ctx, const QString& line, QStringList** lines)
@@ -147,20 +220,19 @@ void readTopLevelColor(CFigContext* ctx, const QString& line, QStringList** line
 bool read_line(QTextStream& stream, QStringList** metadata, QString* line)
 {
     for (;;) {
-        QString text = stream.readLine();
-        if (text.isEmpty() && stream.atEnd()) {
-            line->clear();
+        takeLine(stream, line);
+        if (line->isEmpty() && stream.atEnd())
             return false;
-        }
         ++line_no;
-        if (isMetadata(text)) {
+        if (line->isEmpty())
+            continue;
+        if (isMetadata(*line)) {
             if (!*metadata)
                 *metadata = new QStringList;
-            (*metadata)->append(text);
-        } else if (text.startsWith(QLatin1Char('#'))) {
-            save_comment(text);
-        } else if (!isBlank(text)) {
-            *line = text;
+            (*metadata)->append(QString(line->constData(), line->size()));
+        } else if (line->startsWith(QLatin1Char('#'))) {
+            save_comment(*line);
+        } else if (!isBlank(*line)) {
             return true;
         }
     }
@@ -197,20 +269,9 @@ QString attach_comments()
 
 void boundsAsRead(CFigContext* ctx, FigObjectList* objects, FigPoint* nwcorner, FigPoint* secorner)
 {
-    Bounds all = {0, 0, 0, 0};
-    bool first = true;
-    for (FigObject* object : qAsConst(*objects)) {
-        const Bounds one = boundsOf(ctx, object);
-        all.xmin = first ? one.xmin : qMin(all.xmin, one.xmin);
-        all.ymin = first ? one.ymin : qMin(all.ymin, one.ymin);
-        all.xmax = first ? one.xmax : qMax(all.xmax, one.xmax);
-        all.ymax = first ? one.ymax : qMax(all.ymax, one.ymax);
-        first = false;
-    }
-    nwcorner->x = all.xmin;
-    nwcorner->y = all.ymin;
-    secorner->x = all.xmax;
-    secorner->y = all.ymax;
+    Extent extent;
+    extent.include(ctx, *objects);
+    extent.store(nwcorner, secorner);
 }
 
 FigCompound* read_compoundobject(CFigContext* ctx, QTextStream& stream, const QString&,
@@ -223,16 +284,18 @@ FigCompound* read_compoundobject(CFigContext* ctx, QTextStream& stream, const QS
     ++nesting;
     readMembers(ctx, stream, compound, version10, metadata);
     --nesting;
-    boundsAsRead(ctx, compound->objects, &compound->nwcorner, &compound->secorner);
     return compound;
 }
 
 int read_objects(CFigContext* ctx, QTextStream& stream, FigDrawing* drawing, int version10)
 {
     const bool allNew = drawing->objects.isEmpty();
+    Extent extent;
+    extent.include(ctx, drawing->objects);
+    std::vector<FigObject*> objects;
     MetadataMap metadata;
     QStringList* lines = nullptr;
-    QString line;
+    QString line = lineBuffer();
     while (read_line(stream, &lines, &line)) {
         const int code = recordCode(line);
         if (code == COLOR_DEFINITION) {
@@ -246,12 +309,15 @@ int read_objects(CFigContext* ctx, QTextStream& stream, FigDrawing* drawing, int
         FigObject* object = readObject(ctx, stream, line, code, version10, &metadata);
         if (!object)
             continue;
-        drawing->objects.append(object);
+        objects.push_back(object);
+        extent.include(ctx, object);
         keepMetadata(object, &lines, &metadata);
         if (code != O_COMPOUND)
             ++num_object;
     }
     dropMetadata(&lines);
+    appendAll(objects, &drawing->objects);
+    extent.store(&drawing->nwcorner, &drawing->secorner);
     applyMetadata(ctx, &drawing->objects, allNew, &metadata);
     return stream.atEnd() ? 0 : errno;
 }

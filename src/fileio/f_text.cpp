@@ -29,16 +29,16 @@ int repairedFont(int font, int flags)
     return -1;
 }
 
+const QLatin1String END_MARK("\\001");
+
 /// The end marks go first, wherever they stand, so one may leave a lone backslash behind.
 QString withoutEndMarks(const QString& text)
 {
-    return text.split(QLatin1String("\\001")).join(QString());
+    return text.split(END_MARK).join(QString());
 }
 
 QString withoutEscapes(const QString& text)
 {
-    if (!text.contains(QLatin1Char('\\')))
-        return text;
     QString result;
     result.reserve(text.size());
     for (int i = 0; i < text.size(); ++i) {
@@ -57,6 +57,23 @@ QString withoutEscapes(const QString& text)
         }
     }
     return result;
+}
+
+/// One character parts the text from the numbers; blanks after it belong to the text.
+QStringView behindSeparator(QStringView rest)
+{
+    return rest.isEmpty() ? rest : rest.mid(1);
+}
+
+/// The usual text has no backslash but that of its end mark.
+QString textOf(QStringView field)
+{
+    const qsizetype backslash = field.indexOf(QLatin1Char('\\'));
+    if (backslash == -1)
+        return field.toString();
+    if (field.mid(backslash) == END_MARK)
+        return field.left(backslash).toString();
+    return withoutEscapes(withoutEndMarks(field.toString()));
 }
 
 } // namespace
@@ -82,8 +99,7 @@ FigText* read_textobject(CFigContext* ctx, const QString& line)
     fix_angle(&text->angle);
     text->font = repairedFont(font == -1 ? 0 : font, text->flags);
     fix_depth(&text->depth);
-    // One character parts the text from the numbers; blanks after it belong to the text.
-    text->cstring = withoutEscapes(withoutEndMarks(fields.rest().mid(1)));
+    text->cstring = textOf(behindSeparator(fields.restView()));
     if (text->sub_type > 2) {
         put_msg("Invalid text justification at line %d, setting to LEFT.",
                 static_cast<long>(save_line));

@@ -19,6 +19,13 @@ bool isAsciiDigit(QChar character)
     return character >= QLatin1Char('0') && character <= QLatin1Char('9');
 }
 
+/// What is white space among the ASCII characters.
+bool isAsciiBlank(QChar character)
+{
+    return character == QLatin1Char(' ') ||
+           (character >= QLatin1Char('\t') && character <= QLatin1Char('\r'));
+}
+
 bool isExponentMark(QChar character)
 {
     return character == QLatin1Char('e') || character == QLatin1Char('E');
@@ -75,26 +82,40 @@ NumberScanner::NumberScanner(QString* source, int position)
 
 // --- integers -----------------------------------------------------------------
 
-int NumberScanner::integer()
-{
-    return static_cast<int>(unsignedInteger());
-}
-
-unsigned NumberScanner::unsignedInteger()
-{
-    return static_cast<unsigned>(unsignedLong());
-}
-
 unsigned long NumberScanner::unsignedLong()
 {
     qulonglong value = 0;
-    if (wholeNumber(&value))
+    if (simpleInteger(&value) || generalInteger(&value))
         return static_cast<unsigned long>(value);
     fail();
     return 0;
 }
 
-bool NumberScanner::wholeNumber(qulonglong* value)
+/// Short decimal numbers between ASCII blanks, which is nearly all of them.
+bool NumberScanner::simpleInteger(qulonglong* value)
+{
+    const QChar* next = data + at;
+    const QChar* const end = data + size;
+    while (next < end && isAsciiBlank(*next))
+        ++next;
+    const bool negative = next < end && *next == QLatin1Char('-');
+    if (negative)
+        ++next;
+    const QChar* const first = next;
+    qulonglong magnitude = 0;
+    for (; next < end && isAsciiDigit(*next); ++next)
+        magnitude = magnitude * 10 + (next->unicode() - '0');
+    const auto digits = next - first;
+    const bool prefixed = digits > 1 && *first == QLatin1Char('0');
+    if (digits == 0 || digits > MAX_SIMPLE_LENGTH || prefixed ||
+        (next < end && !isAsciiBlank(*next)))
+        return false;
+    at = static_cast<int>(next - data);
+    *value = negative ? 0 - magnitude : magnitude;
+    return true;
+}
+
+bool NumberScanner::generalInteger(qulonglong* value)
 {
     skipWhiteSpace();
     if (at == size)
@@ -172,11 +193,7 @@ double NumberScanner::real()
 {
     skipWhiteSpace();
     double value = 0;
-    const int start = at;
-    if (simpleReal(&value))
-        return value;
-    at = start;
-    if (generalReal(&value))
+    if (simpleReal(&value) || generalReal(&value))
         return value;
     fail();
     return 0;
@@ -186,20 +203,28 @@ double NumberScanner::real()
 /// is rounded once, so it is the nearest double as well.
 bool NumberScanner::simpleReal(double* value)
 {
-    const int start = at;
-    const bool negative = takeOne('-', '-', size);
-    if (!negative)
-        takeOne('+', '+', size);
-    const int whole = takeDigits(size);
-    const int fraction = takeOne('.', '.', size) ? takeDigits(size) : 0;
-    if (whole + fraction == 0 || at - start > MAX_SIMPLE_LENGTH ||
-        (at < size && isExponentMark(data[at])))
-        return false;
+    const int limit = at + qMin(size - at, MAX_SIMPLE_LENGTH + 1);
+    const bool negative = at < limit && data[at] == QLatin1Char('-');
+    const bool isSigned = negative || (at < limit && data[at] == QLatin1Char('+'));
+    int end = isSigned ? at + 1 : at;
+    int numDigits = 0, decimals = 0;
+    bool behindPoint = false;
     qint64 digits = 0;
-    for (int i = start; i < at; ++i)
-        if (isAsciiDigit(data[i]))
-            digits = digits * 10 + (data[i].unicode() - '0');
-    const double magnitude = static_cast<double>(digits) / powersOfTen[fraction];
+    for (; end < limit; ++end) {
+        if (isAsciiDigit(data[end])) {
+            digits = digits * 10 + (data[end].unicode() - '0');
+            ++numDigits;
+            decimals += behindPoint;
+        } else if (!behindPoint && data[end] == QLatin1Char('.')) {
+            behindPoint = true;
+        } else {
+            break;
+        }
+    }
+    if (numDigits == 0 || end - at > MAX_SIMPLE_LENGTH || (end < size && isExponentMark(data[end])))
+        return false;
+    at = end;
+    const double magnitude = static_cast<double>(digits) / powersOfTen[decimals];
     *value = negative ? -magnitude : magnitude;
     return true;
 }
@@ -257,11 +282,6 @@ int NumberScanner::takeDigits(int limit)
 }
 
 // --- the rest ---------------------------------------------------------------------
-
-QString NumberScanner::rest() const
-{
-    return QString(data + at, size - at);
-}
 
 void NumberScanner::skipWhiteSpace()
 {

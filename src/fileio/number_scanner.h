@@ -7,6 +7,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 #include <QTextStream>
 
 class NumberScanner {
@@ -19,19 +20,23 @@ public:
     NumberScanner(const NumberScanner&) = delete;
     NumberScanner& operator=(const NumberScanner&) = delete;
 
-    int integer(); ///< too great a number wraps around
-    unsigned unsignedInteger();
+    /// Too great a number wraps around.
+    int integer() { return static_cast<int>(unsignedLong()); }
+    unsigned unsignedInteger() { return static_cast<unsigned>(unsignedLong()); }
     unsigned long unsignedLong();
     double real(); ///< takes nan and inf in any case; out of range is a failure
     float singleReal();
 
     /// Everything from the present position on.
-    QString rest() const;
+    QString rest() const { return restView().toString(); }
+    /// The same in place, for as long as the scanner lives and does not read on.
+    QStringView restView() const { return QStringView(data + at, size - at); }
     int position() const { return at; }
     QTextStream::Status status() const { return state; }
 
 private:
-    bool wholeNumber(qulonglong* value);
+    bool simpleInteger(qulonglong* value);
+    bool generalInteger(qulonglong* value);
     bool takeDecimal(qulonglong* value);
     bool takePrefixed(int base, int prefixLength, qulonglong* value);
     int baseOfPrefix();

@@ -1,5 +1,22 @@
 #include "fileio/stream_fields.h"
 
+void takeLine(QTextStream& stream, QString* line)
+{
+    const QString* text = stream.string();
+    if (!text) {
+        stream.readLineInto(line);
+        return;
+    }
+    const int start = static_cast<int>(stream.pos());
+    const int mark = text->indexOf(QLatin1Char('\n'), start);
+    const int next = mark == -1 ? text->size() : mark + 1;
+    int end = mark == -1 ? text->size() : mark;
+    if (end > start && text->at(end - 1) == QLatin1Char('\r'))
+        --end;
+    line->setUnicode(text->constData() + start, end - start);
+    stream.seek(next);
+}
+
 StreamFields::StreamFields(QTextStream& source) : stream(source)
 {
     stream.resetStatus();
@@ -13,6 +30,7 @@ StreamFields::~StreamFields()
 
 void StreamFields::takeOver()
 {
+    streamFailed = stream.status() != QTextStream::Ok;
     if (stream.string())
         scanner.emplace(stream.string(), static_cast<int>(stream.pos()));
 }
@@ -53,5 +71,6 @@ QString StreamFields::restOfLine()
 
 bool StreamFields::failed() const
 {
-    return stream.status() != QTextStream::Ok || (scanner && scanner->status() != QTextStream::Ok);
+    const QTextStream::Status status = scanner ? scanner->status() : stream.status();
+    return streamFailed || status != QTextStream::Ok;
 }

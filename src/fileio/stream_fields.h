@@ -5,6 +5,10 @@
 
 #include <optional>
 
+/// Next line of a stream, without its end, as readLine gives it. A string is searched for the end
+/// of the line at once, and the line keeps the memory that it has.
+void takeLine(QTextStream& stream, QString* line);
+
 /// A stream over a string is scanned in place and gets its position back at the end; any other is
 /// read by its operators.
 class StreamFields {
@@ -24,5 +28,6 @@ private:
     void handBack();
 
     QTextStream& stream;
+    bool streamFailed = false; ///< as the stream's own status told when the scanner took over
     std::optional<NumberScanner> scanner;
 };

@@ -7,8 +7,11 @@
 #include "render/gfx_math.h"
 
 #include <QFontMetrics>
+#include <QGlyphRun>
 #include <QGuiApplication>
+#include <QPaintEngine>
 #include <QPainter>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -91,20 +94,51 @@ QFont makeFont(const CFontMapEntry& entry, int pixelSize)
     return font;
 }
 
-/// A row of the table at one pixel size, with the widths of the strings measured so far.
+/// What is known of a string in a face.
+struct Shaped {
+    int width = 0;
+    int drawings = 0;
+    QList<QGlyphRun> runs; ///< of the base line from (0, 0); empty until they pay
+};
+
+/// A row of the table at one pixel size, with the strings measured so far.
 struct Face {
     Face(const CFontMapEntry& entry, int pixelSize)
-        : font(makeFont(entry, pixelSize)), metrics(font)
+        : font(makeFont(entry, pixelSize)), metrics(font), ascent(metrics.ascent()),
+          descent(metrics.descent()), height(metrics.height())
     {
     }
 
     QFont font;
     QFontMetrics metrics;
-    QHash<QString, int> widths;
+    int ascent, descent, height; ///< pixels
+    QHash<QString, Shaped> strings;
 };
 
-// Making a font, and above all shaping a string, is what measuring costs; figures repeat their
-// fonts and many of their labels. Everything is forgotten when a limit is reached.
+/// The glyphs of a string as drawText places them.
+QList<QGlyphRun> glyphsOf(const QFont& font, const QString& string)
+{
+    QTextLayout layout(string, font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    layout.endLayout();
+    if (!line.isValid())
+        return {};
+    line.setPosition(QPointF(0, -line.ascent()));
+    return layout.glyphRuns();
+}
+
+bool isPlainLatin(const QString& string)
+{
+    constexpr ushort firstCombiningMark = 0x300;
+    return std::all_of(string.begin(), string.end(), [](QChar letter) {
+        return letter.unicode() >= ' ' && letter.unicode() < firstCombiningMark;
+    });
+}
+
+// Making a font, and above all shaping a string, is what measuring and drawing cost; figures repeat
+// their fonts and many of their labels, and redraws repeat them all. Everything is forgotten when a
+// limit is reached.
 class FaceCache {
 public:
     FaceCache() { registerSubstitutions(); }
@@ -124,35 +158,54 @@ public:
     {
         if (string.size() > MAX_KEPT_LENGTH)
             return face.metrics.horizontalAdvance(string);
-        const auto known = face.widths.constFind(string);
-        if (known != face.widths.constEnd())
-            return *known;
-        if (numWidths >= MAX_WIDTHS)
-            forgetWidths();
-        ++numWidths;
-        return *face.widths.insert(string, face.metrics.horizontalAdvance(string));
+        return shaped(face, string).width;
+    }
+
+    /// Null when the string is to be drawn as text: the first time, and where glyphs may have to be
+    /// put together.
+    const QList<QGlyphRun>* runs(Face& face, const QString& string)
+    {
+        if (string.size() > MAX_KEPT_LENGTH || !isPlainLatin(string))
+            return nullptr;
+        Shaped& known = shaped(face, string);
+        if (known.runs.isEmpty() && ++known.drawings > 1)
+            known.runs = glyphsOf(face.font, string);
+        return known.runs.isEmpty() ? nullptr : &known.runs;
     }
 
 private:
     static constexpr std::size_t MAX_FACES = 256;
-    static constexpr int MAX_WIDTHS = 32768;
+    static constexpr int MAX_STRINGS = 65536;
     static constexpr int MAX_KEPT_LENGTH = 64;
+
+    Shaped& shaped(Face& face, const QString& string)
+    {
+        const auto known = face.strings.find(string);
+        if (known != face.strings.end())
+            return *known;
+        if (numStrings >= MAX_STRINGS)
+            forgetStrings();
+        ++numStrings;
+        Shaped& added = *face.strings.insert(string, Shaped());
+        added.width = face.metrics.horizontalAdvance(string);
+        return added;
+    }
 
     void clear()
     {
         faces.clear();
-        numWidths = 0;
+        numStrings = 0;
     }
 
-    void forgetWidths()
+    void forgetStrings()
     {
         for (auto& entry : faces)
-            entry.second.widths.clear();
-        numWidths = 0;
+            entry.second.strings.clear();
+        numStrings = 0;
     }
 
     std::unordered_map<quint64, Face> faces;
-    int numWidths = 0;
+    int numStrings = 0;
 };
 
 /// Owned by the application's post routine, not by a static destructor: fonts must be gone before
@@ -196,15 +249,15 @@ void pf_textwidth(CFigContext* ctx, FigText* text, double zoom)
 {
     Face* face = faceForText(text, fontPixelSize(ctx, text, zoom));
     const int width = face ? faceCache->width(*face, text->cstring) : 0;
-    const int ascent = face ? face->metrics.ascent() : 0;
+    const int ascent = face ? face->ascent : 0;
     // Length and ascent go by the zoom of the context, the rest by the zoom asked for. Single
     // precision up to the rounding of the first two.
     const int length = round2(static_cast<float>(width) * (1200.0f / ctx->ppiX / ctx->zoom));
     // A text without length is not saved; one that is merely too small to see has to be.
     text->length = text->cstring.isEmpty() ? length : std::max(1, length);
     text->ascent = round2((1200.0f / ctx->ppiY / ctx->zoom) * static_cast<float>(ascent));
-    text->descent = face ? face->metrics.descent() : 0;
-    text->fontHeight = face ? face->metrics.height() : 0;
+    text->descent = face ? face->descent : 0;
+    text->fontHeight = face ? face->height : 0;
     text->metricsZoom = static_cast<float>(zoom);
     text->paddedLength = round2((width + 1.0) * static_cast<double>(1200.0f / ctx->ppiX) / zoom);
 }
@@ -223,6 +276,27 @@ QPoint startOfText(const FigText* text)
     rotatePoint(text->x, text->y, startX, text->y, &rotatedX, &rotatedY, text->angle);
     return {saturatedInt(static_cast<long long>(rotatedX) - text->x),
             saturatedInt(static_cast<long long>(rotatedY) - text->y)};
+}
+
+/// Devices that keep the drawing itself are given the text, which others may want to read.
+bool drawsPixels(const QPainter* painter)
+{
+    return painter->paintEngine()->type() == QPaintEngine::Raster;
+}
+
+/// With its base line from the origin of the painter's transformation.
+void drawString(QPainter* painter, const FigText* text, int pixelSize, bool isTurned)
+{
+    Face* face = faceForText(text, pixelSize);
+    const QList<QGlyphRun>* runs =
+        face && !isTurned && drawsPixels(painter) ? faceCache->runs(*face, text->cstring) : nullptr;
+    if (runs) {
+        for (const QGlyphRun& run : *runs)
+            painter->drawGlyphRun(QPointF(0, 0), run);
+        return;
+    }
+    painter->setFont(face ? face->font : QFont());
+    painter->drawText(QPointF(0, 0), text->cstring);
 }
 
 bool showsText(int mode)
@@ -249,12 +323,12 @@ void pw_text(CFigContext* ctx, int x, int y, int mode, FigText* text)
     painter->translate(pixelX(ctx, saturatedInt(static_cast<long long>(x) + start.x())),
                        pixelY(ctx, saturatedInt(static_cast<long long>(y) + start.y())));
     // Whole degrees. A painter that is turned by nothing sets up its matrix all the same.
-    if (const int degrees = round2(-text->angle * 180.0 / M_PI))
+    const int degrees = round2(-text->angle * 180.0 / M_PI);
+    if (degrees != 0)
         painter->rotate(degrees);
     if (showsText(mode)) {
-        painter->setFont(fontForText(text, pixelSize));
         painter->setPen(getQColor(&ctx->userColorShades, text->color, mode, true));
-        painter->drawText(QPointF(0, 0), text->cstring);
+        drawString(painter, text, pixelSize, degrees != 0);
     }
     painter->resetTransform();
 }

@@ -100,10 +100,16 @@ public:
         }
     }
 
+    std::vector<PlacedObject> order() const
+    {
+        std::vector<PlacedObject> objects = sorted();
+        findPlaces(&objects);
+        return objects;
+    }
+
     void draw() const
     {
-        std::vector<Drawn> objects = sorted();
-        findPlaces(&objects);
+        const std::vector<PlacedObject> objects = order();
         const OpenPlace before = m_ctx->drawnPlace;
         for (size_t i = 0; i < objects.size(); ++i) {
             if (i + PREFETCH_DISTANCE < objects.size())
@@ -119,19 +125,14 @@ public:
     }
 
 private:
-    struct Drawn {
-        FigObject* object;
-        OpenPlace place;
-    };
-
     /// For the objects of a list that is not of the drawing.
-    void findPlaces(std::vector<Drawn>* objects) const
+    void findPlaces(std::vector<PlacedObject>* objects) const
     {
         if (!m_ctx->openCompoundObjects || objects->size() <= FEW_OBJECTS ||
             objects->front().place != OpenPlace::Unknown)
             return;
         const QSet<FigObject*> members = allMembers(m_ctx->openCompoundObjects);
-        for (Drawn& drawn : *objects)
+        for (PlacedObject& drawn : *objects)
             drawn.place = members.contains(drawn.object) ? OpenPlace::Inside : OpenPlace::Outside;
     }
 
@@ -165,7 +166,7 @@ private:
                (m_clip && m_clip->isAlone() && changesClip(m_ctx, object));
     }
 
-    std::vector<Drawn> sorted() const
+    std::vector<PlacedObject> sorted() const
     {
         size_t start[NUM_DEPTHS];
         size_t next = 0;
@@ -173,8 +174,8 @@ private:
             start[depth] = next;
             next += m_perDepth[depth];
         }
-        std::vector<Drawn> result(m_objects.size());
-        for (const Drawn& drawn : m_objects)
+        std::vector<PlacedObject> result(m_objects.size());
+        for (const PlacedObject& drawn : m_objects)
             result[start[drawn.object->depth]++] = drawn;
         return result;
     }
@@ -185,7 +186,7 @@ private:
     WholeClip* m_clip;
     bool m_reached[NUM_DEPTHS] = {};
     size_t m_perDepth[NUM_DEPTHS] = {};
-    std::vector<Drawn> m_objects;
+    std::vector<PlacedObject> m_objects;
 };
 
 } // namespace
@@ -279,4 +280,12 @@ void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude
     DepthWalk walk(ctx, exclude, area, nullptr);
     walk.collect(list, flag);
     walk.draw();
+}
+
+std::vector<PlacedObject> drawingOrder(CFigContext* ctx, const FigObjectList& list)
+{
+    clearcounts(ctx);
+    DepthWalk walk(ctx, nullptr, nullptr, nullptr);
+    walk.collect(list);
+    return walk.order();
 }

@@ -8,6 +8,7 @@
 #include <QRect>
 
 #include <functional>
+#include <vector>
 
 class QPainter;
 
@@ -81,3 +82,12 @@ void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude
 /// list before that is looked at, so that a large figure is walked once.
 void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude,
                  const SeenArea* area, const std::function<void(FigObject*)>& flag);
+
+/// An object of a drawing and where it lies when a compound is open.
+struct PlacedObject {
+    FigObject* object;
+    OpenPlace place;
+};
+
+/// What a redraw of a list draws, in that order, compounds entered.
+std::vector<PlacedObject> drawingOrder(CFigContext* ctx, const FigObjectList& list);

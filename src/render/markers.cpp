@@ -377,6 +377,14 @@ void center_marker(CFigContext* ctx, int x, int y)
     painter->setCompositionMode(former);
 }
 
+void refresh_center_marker(CFigContext* ctx, int x, int y)
+{
+    const int arm = round2(CROSS_ARM * 1200.0f / ctx->ppiX / ctx->zoom) + 1;
+    refresh_area(ctx, saturatedDifference(x, arm), saturatedDifference(y, arm),
+                 saturatedSum(x, arm), saturatedSum(y, arm), static_cast<FigObject*>(nullptr),
+                 false);
+}
+
 // --- compounds and pictures of the working root ---------------------------------------------
 
 void draw_compoundbox(CFigContext* ctx, FigCompound* compound, int)

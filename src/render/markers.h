@@ -46,6 +46,9 @@ void mark_current_object(CFigContext* ctx);
 void unmark_current_object(CFigContext* ctx);
 /// An inverting cross: a second call removes it.
 void center_marker(CFigContext* ctx, int x, int y);
+/// The place of the cross anew: with it if the centre is set, without it if not, whatever is on the
+/// canvas. The redraw of an edit may have taken it away.
+void refresh_center_marker(CFigContext* ctx, int x, int y);
 /// mode is not read.
 void draw_compoundbox(CFigContext* ctx, FigCompound* compound, int mode);
 void show_compoundbox(CFigContext* ctx);

@@ -25,3 +25,8 @@ void extendBounds(QRect* rect, long by);
 /// certainly do not overlap the box, margins of check_overlap included, and nothing that drawing
 /// paints at the present zoom lies in it. Touches no process-wide list.
 bool mayTouchBox(CFigContext* ctx, FigObject* object, long x1, long y1, long x2, long y2);
+/// The rectangle behind that test, in figure units, without the margins. False when nothing certain
+/// can be said.
+bool reachOfObject(CFigContext* ctx, FigObject* object, QRect* reach);
+/// The same for a smaller one, which holds what drawing paints but perhaps not the exact bounds.
+bool reachOfPaint(CFigContext* ctx, FigObject* object, QRect* reach);

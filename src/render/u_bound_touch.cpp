@@ -1,9 +1,10 @@
-// A generous box of an object from one pass over its points. It holds the exact bounds and all
-// that drawing paints at the present zoom, so what it says no to needs neither.
+// A generous box of an object from one pass over its points. It holds all that drawing paints at
+// the present zoom and, if asked for, the exact bounds, so what it says no to needs neither.
 #include "model/FigContext.h"
 #include "model/preferences.h"
 #include "render/gfx_math.h"
 #include "render/u_bound.h"
+#include "render/u_bound_box.h"
 
 #include <algorithm>
 #include <climits>
@@ -16,6 +17,7 @@ constexpr double farthestPixel = 5e8;
 constexpr double largestArrowThickness = 1e6;
 constexpr double roundingPixels = 8;
 constexpr double roundingUnits = 8;
+constexpr double roundingPaint = 2; ///< pixels, where only the painted ones count
 constexpr double singlePrecision = 1e-6;
 constexpr double longestTip = 3.5;      ///< the greatest tipmv of the arrow shapes
 constexpr double joinLimitBounds = 5.0; ///< widths that a miter tip may lie off in bounds
@@ -46,8 +48,12 @@ struct ReachBox {
     }
 };
 
+/// What a box has to hold.
+enum class Holds { BoundsAndPaint, Paint };
+
 /// Sizes that all objects of a view share; where the axes differ, the one that reaches further.
 struct View {
+    Holds holds;
     double zoom;
     double unitsPerPixel;
     double unitsPerWidth;  ///< figure units of a line one display unit wide
@@ -55,7 +61,7 @@ struct View {
     double headScale;      ///< pixels per unit of an arrowhead, which knows but one axis
     double anisotropy;     ///< ratio of the two axes, at least 1
 
-    explicit View(const CFigContext* ctx)
+    View(const CFigContext* ctx, Holds wanted) : holds(wanted)
     {
         const double finer = std::max(ctx->ppiX, ctx->ppiY);
         const double coarser = std::min(ctx->ppiX, ctx->ppiY);
@@ -91,7 +97,7 @@ bool headReach(const View& view, const FigArrow* arrow, double* reach)
 bool growByStroke(const View& view, const FigObject* object, double widths, ReachBox& box)
 {
     const double thickness = std::abs(static_cast<double>(object->thickness));
-    double pixels = roundingPixels + widths;
+    double pixels = widths;
     if (object->forward_arrow || object->backward_arrow) {
         double reach = 0;
         if (!headReach(view, object->forward_arrow, &reach) ||
@@ -99,10 +105,27 @@ bool growByStroke(const View& view, const FigObject* object, double widths, Reac
             return false;
         pixels += reach + joinLimitBounds * thickness;
     }
-    const double units = thickness * view.unitsPerWidth * widths + roundingUnits +
-                         pixels * view.unitsPerPixel + box.farthest() * singlePrecision;
+    double units = box.farthest() * singlePrecision;
+    if (view.holds == Holds::Paint) {
+        pixels += roundingPaint + thickness * view.pixelsPerWidth * widths;
+    } else {
+        pixels += roundingPixels;
+        units += thickness * view.unitsPerWidth * widths + roundingUnits;
+    }
+    units += pixels * view.unitsPerPixel;
     box.grow(units, units);
     return true;
+}
+
+/// In line widths, how far the tips of a line's corners lie off.
+double cornerReach(const View& view, const FigLine* line)
+{
+    if (line->join_style != 0)
+        return 1;
+    if (view.holds == Holds::BoundsAndPaint)
+        return joinLimitBounds;
+    const bool isSegment = !line->points->next || !line->points->next->next;
+    return isSegment ? 1 : joinLimitPen;
 }
 
 bool pointsBox(const FigPoint* point, ReachBox& box)
@@ -125,7 +148,7 @@ bool lineBox(const View& view, const FigLine* line, ReachBox& box)
                               view.anisotropy * view.anisotropy;
         box.grow(radius, radius);
     }
-    return growByStroke(view, line, line->join_style == 0 ? joinLimitBounds : 1, box);
+    return growByStroke(view, line, cornerReach(view, line), box);
 }
 
 bool splineBox(const View& view, const FigSpline* spline, ReachBox& box)
@@ -154,7 +177,7 @@ bool ellipseBox(const CFigContext* ctx, const View& view, const FigEllipse* elli
     box = {cx - rx, cy - ry, cx + rx, cy + ry};
     // The raster engine paints flat ellipses up to a fifth too wide.
     box.grow(std::max(rx, ry) / 4, std::max(rx, ry) / 4);
-    if (ellipse->angle != 0.0f) {
+    if (ellipse->angle != 0.0f && view.holds == Holds::BoundsAndPaint) {
         box.include(ellipse->start.x, ellipse->start.y);
         box.include(ellipse->end.x, ellipse->end.y);
         // The walk over the rows starts with limits of a hundred thousand pixels.
@@ -181,6 +204,20 @@ bool arcBox(const View& view, const FigArc* arc, ReachBox& box)
     return growByStroke(view, arc, 1, box);
 }
 
+/// A glyph may hang over its metrics, and marks may pile up: an em for each character. Plain Latin
+/// letters do not leave it by more than one.
+double glyphOverhang(const View& view, const FigText* text)
+{
+    constexpr ushort firstCombiningMark = 0x300;
+    const double em = 2 * std::abs(static_cast<double>(text->size)) * 1200.0 / 72 * view.anisotropy;
+    const bool isPlain = std::all_of(text->cstring.begin(), text->cstring.end(), [](QChar letter) {
+        return letter.unicode() < firstCombiningMark;
+    });
+    if (view.holds == Holds::Paint && isPlain)
+        return em / 2;
+    return em * (text->cstring.length() + 2);
+}
+
 /// Metrics of another zoom are not certain, and whoever asks for the exact bounds or draws the
 /// text brings them up to date; an image made by TeX may have any size.
 bool textBox(const CFigContext* ctx, const View& view, const FigText* text, ReachBox& box)
@@ -199,9 +236,7 @@ bool textBox(const CFigContext* ctx, const View& view, const FigText* text, Reac
                x + (text->sub_type == 2 ? 0 : width), y + height};
     else
         box = {x - width - height, y - width - height, x + width + height, y + width + height};
-    // A glyph may hang over its metrics, and marks may pile up: an em for each character.
-    const double em = 2 * std::abs(static_cast<double>(text->size)) * 1200.0 / 72 * view.anisotropy;
-    const double overhang = em * (text->cstring.length() + 2);
+    const double overhang = glyphOverhang(view, text);
     box.grow(overhang, overhang);
     return growByStroke(view, text, 0, box);
 }
@@ -253,19 +288,43 @@ bool apart(double low, double high, double otherLow, double otherHigh)
     return std::min<double>(low, INT_MAX) > otherHigh || std::max<double>(high, INT_MIN) < otherLow;
 }
 
+/// Where mapped coordinates cannot saturate.
+bool certainReach(CFigContext* ctx, Holds wanted, FigObject* object, ReachBox& box)
+{
+    const View view(ctx, wanted);
+    return reachOf(ctx, view, object, box) && box.farthest() < farthestPixel * view.unitsPerPixel;
+}
+
+bool roundedReach(CFigContext* ctx, Holds wanted, FigObject* object, QRect* reach)
+{
+    ReachBox box;
+    if (!certainReach(ctx, wanted, object, box))
+        return false;
+    reach->setCoords(truncated(std::floor(box.xmin)), truncated(std::floor(box.ymin)),
+                     truncated(std::ceil(box.xmax)), truncated(std::ceil(box.ymax)));
+    return true;
+}
+
 } // namespace
 
 bool mayTouchBox(CFigContext* ctx, FigObject* object, long x1, long y1, long x2, long y2)
 {
-    const View view(ctx);
     ReachBox box;
-    if (!reachOf(ctx, view, object, box))
-        return true;
-    if (!(box.farthest() < farthestPixel * view.unitsPerPixel))
+    if (!certainReach(ctx, Holds::BoundsAndPaint, object, box))
         return true;
     // The margins that check_overlap gives to either box.
     const double marginX = 2.0 * round2(4.0f * (1200.0f / ctx->ppiX));
     const double marginY = 2.0 * round2(4.0f * (1200.0f / ctx->ppiY));
     return !apart(box.xmin, box.xmax, std::min(x1, x2) - marginX, std::max(x1, x2) + marginX) &&
            !apart(box.ymin, box.ymax, std::min(y1, y2) - marginY, std::max(y1, y2) + marginY);
+}
+
+bool reachOfObject(CFigContext* ctx, FigObject* object, QRect* reach)
+{
+    return roundedReach(ctx, Holds::BoundsAndPaint, object, reach);
+}
+
+bool reachOfPaint(CFigContext* ctx, FigObject* object, QRect* reach)
+{
+    return roundedReach(ctx, Holds::Paint, object, reach);
 }

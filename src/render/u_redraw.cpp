@@ -12,6 +12,8 @@
 #include "render/gfx_math.h"
 #include "render/grid.h"
 #include "render/markers.h"
+#include "render/redraw_area.h"
+#include "render/still_objects.h"
 #include "render/u_bound.h"
 #include "render/u_bound_box.h"
 
@@ -61,6 +63,8 @@ void replayFeedback(CFigContext* ctx)
     ctx->painter->setRenderHint(QPainter::Antialiasing, smooth);
 }
 
+unsigned long numRedraws = 0;
+
 QPoint pixelOf(CFigContext* ctx, int x, int y)
 {
     return QPoint(pixelX(ctx, x), pixelY(ctx, y));
@@ -73,11 +77,9 @@ template <class Unmarked, class Flagger>
 void repaintClipped(CFigContext* ctx, const QRect& clip, const QPoint& from, const QPoint& to,
                     FigObject* exclude, Unmarked* unmarked, const Flagger& flagger)
 {
+    ++numRedraws;
     ctx->painter->setClipRect(clip, Qt::ReplaceClip);
-    RectFill(ctx->painter, from.x(), from.y(), to.x(), to.y(), gridPreferences.backgroundColour);
-    if (ctx->gridOn)
-        drawGrid(ctx);
-    drawPageborders(ctx);
+    paintGround(ctx, from, to);
     const SeenArea area(ctx, clip.normalized());
     FigObjectList marked;
     drawByDepth(ctx, ctx->drawing.objects, exclude, &area, [&](FigObject* object) {
@@ -224,7 +226,34 @@ void refreshRect(CFigContext* ctx, QRect rect, FigObject* exclude)
     refresh_area(ctx, rect.left(), rect.top(), rect.right(), rect.bottom(), exclude, true);
 }
 
+QRect rectOfBoth(CFigContext* ctx, const FigObjectList* a, const FigObjectList* b)
+{
+    const QRect rect = joinedRects(ctx, a, 0, QRect());
+    return joinedRects(ctx, b, marginX(ctx, 5.0f), rect);
+}
+
 } // namespace
+
+RedrawArea::RedrawArea(CFigContext* ctx, int x1, int y1, int x2, int y2)
+    : from(pixelOf(ctx, x1, y1)), to(pixelOf(ctx, x2, y2))
+{
+    const long width = std::abs(static_cast<long>(to.x()) - from.x());
+    const long height = std::abs(static_cast<long>(to.y()) - from.y());
+    clip = QRect(from, QPoint(saturated(from.x() + width), saturated(from.y() + height)));
+}
+
+void paintGround(CFigContext* ctx, const QPoint& from, const QPoint& to)
+{
+    RectFill(ctx->painter, from.x(), from.y(), to.x(), to.y(), gridPreferences.backgroundColour);
+    if (ctx->gridOn)
+        drawGrid(ctx);
+    drawPageborders(ctx);
+}
+
+unsigned long redrawsSoFar()
+{
+    return numRedraws;
+}
 
 // --- full redraw ---------------------------------------------------------------------------
 
@@ -241,6 +270,7 @@ void redisplay_viewport(CFigContext* ctx, int width, int height)
 {
     if (!canPaint(ctx))
         return;
+    ++numRedraws;
     clear_canvas(ctx, gridPreferences.backgroundColour, 0, 0, width, height);
     applyFunction(&ctx->drawing.objects, clearIgnoreFlag);
     replayFeedback(ctx);
@@ -318,13 +348,9 @@ void refresh_area(CFigContext* ctx, int x1, int y1, int x2, int y2, FigObject* o
 {
     if (!canPaint(ctx))
         return;
-    const QPoint from = pixelOf(ctx, x1, y1);
-    const QPoint to = pixelOf(ctx, x2, y2);
-    const long width = std::abs(static_cast<long>(to.x()) - from.x());
-    const long height = std::abs(static_cast<long>(to.y()) - from.y());
-    const QRect clip(from, QPoint(saturated(from.x() + width), saturated(from.y() + height)));
+    const RedrawArea area(ctx, x1, y1, x2, y2);
     FigObject* excluded = exclude ? object : nullptr;
-    repaintClipped(ctx, clip, from, to, excluded, excluded,
+    repaintClipped(ctx, area.clip, area.from, area.to, excluded, excluded,
                    flaggerWith(ctx, object, exclude, {x1, y1, x2, y2}));
 }
 
@@ -375,8 +401,17 @@ void refresh_obj_area(CFigContext* ctx, FigObject* a, FigObject* b, FigObject* c
 
 void refresh_obj_area(CFigContext* ctx, FigObjectList* a, FigObjectList* b, FigObject* c)
 {
-    const QRect rect = joinedRects(ctx, a, 0, QRect());
-    refreshRect(ctx, joinedRects(ctx, b, marginX(ctx, 5.0f), rect), c);
+    refreshRect(ctx, rectOfBoth(ctx, a, b), c);
+}
+
+void refresh_obj_area(CFigContext* ctx, FigObjectList* a, FigObjectList* b, StillObjects* still,
+                      const FigObjectList& moving)
+{
+    QRect rect = rectOfBoth(ctx, a, b);
+    if (rect.isNull() || !canPaint(ctx))
+        return;
+    extendBounds(&rect, marginX(ctx, 4.0f));
+    still->redraw(rect.left(), rect.top(), rect.right(), rect.bottom(), moving);
 }
 
 void refresh_obj_area(CFigContext* ctx, FigObjectList* a, FigObject* b, FigObject* c)

@@ -4,6 +4,7 @@
 #include "model/ObjectFunctions.h"
 
 class CFigContext;
+class StillObjects;
 
 /// Full redraw of the document's window; nothing without window or painter.
 void redisplay_canvas(CFigContext* ctx);
@@ -34,3 +35,6 @@ void refresh_obj_area(CFigContext* ctx, FigObjectList* list, bool exclude);
 void refresh_obj_area(CFigContext* ctx, FigObject* a, FigObject* b, FigObject* c);
 void refresh_obj_area(CFigContext* ctx, FigObjectList* a, FigObjectList* b, FigObject* c);
 void refresh_obj_area(CFigContext* ctx, FigObjectList* a, FigObject* b, FigObject* c);
+/// Around two lists, while all but the moving objects stay as they were noted.
+void refresh_obj_area(CFigContext* ctx, FigObjectList* a, FigObjectList* b, StillObjects* still,
+                      const FigObjectList& moving);

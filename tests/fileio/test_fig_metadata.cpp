@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+#include <cstdio>
+
 namespace {
 
 QByteArray idLine(const QByteArray& id)
@@ -95,6 +97,35 @@ private slots:
         QCOMPARE(ids(&figure.ctx.drawing.objects), QList<long>({7, 8, 9, 6}));
         // The third of them was a plain comment.
         QCOMPARE(figure.object(2)->comments, QString(" METADATA <id>9</id>"));
+    }
+
+    // What sscanf of the C library makes of the line is the reference.
+    void idsReadAsScanfReadsThem()
+    {
+        for (const char* id :
+             {"7", "0", "007", " 7", "+7", "-7", "", "7x", "7 8", "0x10", "123456789012345678",
+              "1234567890123456789", "9223372036854775807", "99999999999999999999",
+              "000000000000000000000042", "\xd9\xa3", "7</id> and more"})
+            for (const char* form : {"# METADATA <id>%1</id>", "# METADATA <id>%1", "x%1",
+                                     "#  METADATA <id>%1</id>", "# METADATA  <id>%1</id>"}) {
+                const QString line = QString(form).arg(QString::fromUtf8(id));
+                long expected = -1;
+                std::sscanf(line.toUtf8().constData(), "# METADATA <id>%ld</id>", &expected);
+                FigEllipse object;
+                QStringList lines(line);
+                parseMetadataForId(&object, &lines);
+                QVERIFY2(object.id == expected, qPrintable(line));
+            }
+    }
+
+    void aLinkMayStandBesideTheIdInAnyOrder()
+    {
+        for (const QByteArray& lines :
+             {idLine("1") + linkLine(0, "2", -1), linkLine(0, "2", -1) + idLine("1")}) {
+            OpenedFigure figure(ownHeader + lines + lineRecord + idLine("2") + circleRecord);
+            QVERIFY(linkOf(figure));
+            QCOMPARE(figure.object()->id, 1L);
+        }
     }
 
     void idsWithoutRoomAboveThemAreGivenUp()

@@ -1,5 +1,7 @@
 #include "ReaderFixture.h"
 
+#include "RandomFigure.h"
+#include "fileio/f_save.h"
 #include "model/w_layers.h"
 #include "render/grid.h"
 
@@ -23,6 +25,19 @@ QByteArray atResolution(int resolution, const QByteArray& records)
 {
     return QByteArray(foreignHeader).replace("1200 2", QByteArray::number(resolution) + " 2") +
            records;
+}
+
+template <class Owner> QRect cornersOf(const Owner& owner)
+{
+    return QRect(QPoint(owner.nwcorner.x, owner.nwcorner.y),
+                 QPoint(owner.secorner.x, owner.secorner.y));
+}
+
+template <class Owner> QRect boundsOf(CFigContext* ctx, Owner* owner)
+{
+    int xmin, ymin, xmax, ymax;
+    owner->getBounds(ctx, &xmin, &ymin, &xmax, &ymax, true, true);
+    return QRect(QPoint(xmin, ymin), QPoint(xmax, ymax));
 }
 
 const QString question = "Request: The figure has objects, which have negative coordinates. Do you "
@@ -137,6 +152,46 @@ private slots:
         const FigDrawing& drawing = figure.ctx.drawing;
         QCOMPARE(QPoint(drawing.nwcorner.x, drawing.nwcorner.y), QPoint(100, 200));
         QCOMPARE(QPoint(drawing.secorner.x, drawing.secorner.y), QPoint(300, 400));
+    }
+
+    // What lies well within the bounds so far is not measured exactly; getBounds measures all.
+    void theBoundsOfLargeFiguresAreWhatGetBoundsGives()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("figure.fig");
+        for (unsigned seed = 1; seed <= 60; ++seed) {
+            CFigContext written;
+            RandomFigure(seed).fill(&written);
+            QVERIFY(write_file(&written, path));
+            recordingShell.clear();
+            CFigContext ctx;
+            QVERIFY(load_file(&ctx, path));
+            QCOMPARE(cornersOf(ctx.drawing), boundsOf(&ctx, &ctx.drawing));
+            for (FigObject* object : qAsConst(ctx.drawing.objects))
+                if (auto* compound = dynamic_cast<FigCompound*>(object))
+                    QCOMPARE(cornersOf(*compound), boundsOf(&ctx, compound));
+        }
+    }
+
+    // Records may be read into a figure that has objects already.
+    void recordsLeaveTheDrawingAtItsBounds()
+    {
+        CFigContext ctx;
+        for (const QByteArray& record : {lineFrom(100, 200), lineFrom(-7, 900), lineFrom(50, 50)}) {
+            QString text = QString::fromLatin1(record);
+            OrvaltTextStream stream(&text);
+            QCOMPARE(read_objects(&ctx, stream, &ctx.drawing, 32), 0);
+            QCOMPARE(cornersOf(ctx.drawing), boundsOf(&ctx, &ctx.drawing));
+        }
+        QCOMPARE(ctx.drawing.objects.size(), 3);
+    }
+
+    void carriageReturnsMeanNothing()
+    {
+        const QByteArray unixText = foreignHeader + lineRecord;
+        OpenedFigure figure(QByteArray(unixText).replace("\n", "\r\n").replace("00", "0\r0"));
+        QVERIFY(figure.opened);
+        QCOMPARE(pointsText(figure.as<FigLine>()), QString("100,200 300,400"));
     }
 
     // --- other resolutions --------------------------------------------------------

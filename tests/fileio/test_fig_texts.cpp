@@ -86,6 +86,9 @@ private slots:
         QTest::newRow("end marks anywhere") << QByteArray(" a\\001b\\001c\\001") << "abc";
         QTest::newRow("what closes up is no end mark")
             << QByteArray(" \\0\\00101") << QString(QChar(1));
+        QTest::newRow("two end marks") << QByteArray(" a\\001\\001") << "a";
+        QTest::newRow("an end mark and no more") << QByteArray(" \\001") << "";
+        QTest::newRow("blanks behind the end mark") << QByteArray(" a\\001 b ") << "a b ";
         QTest::newRow("Latin-1") << QByteArray(" \xe4\\001") << QString(QChar(0xe4));
     }
 

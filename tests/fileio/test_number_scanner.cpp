@@ -251,6 +251,41 @@ QStringList fieldsOf(QTextStream& stream)
     return answers;
 }
 
+/// Line ends and what may be taken for them.
+QString randomText(Random& random)
+{
+    static const QStringList parts = {"\n", "\n",    "\r\n",   "\r", "\r\r\n", " ",
+                                      "a",  "12 ab", "\u2028", "\f", "\v"};
+    QString text;
+    for (int i = below(random, 12); i > 0; --i)
+        text += below(random, 12) ? parts.at(below(random, parts.size())) : QString(QChar(0));
+    return text;
+}
+
+/// All lines and, for each, whether the stream is at its end then.
+QStringList linesTaken(QString text)
+{
+    OrvaltTextStream stream(&text);
+    QStringList lines;
+    QString line;
+    do {
+        takeLine(stream, &line);
+        lines.append(QString(line.constData(), line.size()) + (stream.atEnd() ? "$" : ""));
+    } while (!stream.atEnd());
+    return lines;
+}
+
+QStringList linesOfStream(QString text)
+{
+    OrvaltTextStream stream(&text);
+    QStringList lines;
+    do {
+        const QString line = stream.readLine();
+        lines.append(line + (stream.atEnd() ? "$" : ""));
+    } while (!stream.atEnd());
+    return lines;
+}
+
 } // namespace
 
 class TestNumberScanner : public QObject {
@@ -386,6 +421,30 @@ private slots:
         }
         QCOMPARE(stream.readLine(), QString(" rest of it"));
         QCOMPARE(stream.readLine(), QString("next"));
+    }
+
+    // readLine is the reference.
+    void linesEndWhereThoseOfAStreamEnd()
+    {
+        Random random(4711);
+        for (int i = 0; i < 20000; ++i) {
+            const QString text = randomText(random);
+            QCOMPARE(linesTaken(text), linesOfStream(text));
+        }
+    }
+
+    void aLineOfADeviceIsTakenAsWell()
+    {
+        QByteArray bytes("one\n\nthree");
+        QBuffer device(&bytes);
+        QVERIFY(device.open(QIODevice::ReadOnly));
+        OrvaltTextStream stream(&device);
+        QString line("before");
+        for (const char* expected : {"one", "", "three", ""}) {
+            takeLine(stream, &line);
+            QCOMPARE(line, QString(expected));
+        }
+        QVERIFY(stream.atEnd());
     }
 
     void theWordOfAScannerDoesNotChange()

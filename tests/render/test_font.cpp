@@ -244,7 +244,7 @@ private slots:
         for (int size = 1; size <= 500; ++size)
             measured(size, "kept");
         QCOMPARE(measured(12, "kept"), first);
-        for (int i = 0; i < 40000; ++i)
+        for (int i = 0; i < 70000; ++i)
             measured(12, QString::number(i));
         QCOMPARE(measured(12, "kept"), first);
     }
@@ -484,6 +484,64 @@ private slots:
         QVERIFY(canvas.ink().isEmpty());
         QCOMPARE(text.length, 77);
         QCOMPARE(text.metricsZoom, 1.0f);
+    }
+
+    void aTextDrawnAgainLooksAsDrawTextHasIt_data()
+    {
+        QTest::addColumn<QString>("string");
+        QTest::newRow("word") << "label";
+        QTest::newRow("kerning") << "AVATAR To We. Yo, P.";
+        QTest::newRow("ligatures") << "fi ffl ff fit";
+        QTest::newRow("accents") << QString::fromUtf8("Größe, naïve Ångström ½");
+        QTest::newRow("blanks") << "  a   b  ";
+        QTest::newRow("digits") << "-0.0123456789e+17";
+        QTest::newRow("not Latin") << QString::fromUtf8("αβγ ∑ 日本");
+        QTest::newRow("marks") << QString::fromUtf8("e\u0301 a\u030a");
+    }
+
+    void aTextDrawnAgainLooksAsDrawTextHasIt()
+    {
+        QFETCH(QString, string);
+        for (int row = 0; row < NUM_PS_FONTS; ++row)
+            for (int size : {5, 11, 12, 17, 40}) {
+                MiddleText text;
+                text.x = 300;
+                text.cstring = string;
+                text.font = row;
+                text.size = size;
+                Canvas expected;
+                {
+                    QPainter painter(&expected.image);
+                    painter.setFont(fontForText(&text, size));
+                    painter.drawText(20, 200, string);
+                }
+                for (int time = 1; time <= 4; ++time) {
+                    Canvas canvas;
+                    canvas.draw(text);
+                    QVERIFY2(canvas.image == expected.image,
+                             qPrintable(QString("font %1, size %2, drawn %3 times")
+                                            .arg(row)
+                                            .arg(size)
+                                            .arg(time)));
+                }
+            }
+    }
+
+    void textsStayRightWhenMoreIsDrawnThanIsKept()
+    {
+        MiddleText text;
+        Canvas first, last, others;
+        first.draw(text);
+        MiddleText other;
+        for (int i = 0; i < 70000; ++i) {
+            other.cstring = QString::number(i);
+            pf_textwidth(&others.ctx, &other, 1.0);
+            if (i % 100 == 0)
+                for (int time = 0; time < 3; ++time)
+                    others.draw(other);
+        }
+        last.draw(text);
+        QVERIFY(last.image == first.image);
     }
 
     void anEmptyTextDrawsNothing()
