@@ -1,6 +1,7 @@
 // Steps of gestures on the real windows, on the offscreen platform:
 //
-//   orvalt_bench_gestures rubber|hover|region|release|linked|many|scale|rotate FIGURE
+//   orvalt_bench_gestures
+//   rubber|hover|region|release|linked|linked-first|many|scattered|scale|rotate FIGURE
 //
 // prints the processor seconds of one step.
 #include "edit/command.h"
@@ -169,30 +170,68 @@ double release(Stage& stage)
     return processorSeconds() - start;
 }
 
-double linked(Stage& stage)
+/// The pixel by which the box is held.
+QPoint holdLinkedBox(Stage& stage)
 {
     FigLine* box = addLinkedBox(stage.ctx);
     stage.child->redisplayCanvas();
     holdObject(stage, box, 4500, 4200);
-    const QPoint pixel(pixelX(stage.ctx, 4500), pixelY(stage.ctx, 4200));
-    return stage.move(slowSteps, pixel, 40, Qt::LeftButton);
+    return QPoint(pixelX(stage.ctx, 4500), pixelY(stage.ctx, 4200));
 }
 
-double many(Stage& stage)
+double linked(Stage& stage)
 {
-    FigObject* held = nullptr;
-    int count = 0;
-    for (FigObject* object : qAsConst(stage.ctx->drawing.objects)) {
-        if (count++ == manyObjects)
-            break;
-        object->tagged = true;
-        held = object;
-    }
+    return stage.move(slowSteps, holdLinkedBox(stage), 40, Qt::LeftButton);
+}
+
+/// The step that notes what stands still.
+double linkedFirst(Stage& stage)
+{
+    const QPoint pixel = holdLinkedBox(stage);
+    const double start = processorSeconds();
+    stage.mouse(QEvent::MouseMove, pixel + QPoint(4, 4), Qt::NoButton, Qt::LeftButton);
+    return processorSeconds() - start;
+}
+
+double dragTagged(Stage& stage, FigObject* held)
+{
     int left, top, right, bottom;
     held->getBounds(stage.ctx, &left, &top, &right, &bottom, true, true);
     holdObject(stage, held, left, top);
     return stage.move(slowSteps, QPoint(pixelX(stage.ctx, left), pixelY(stage.ctx, top)), 40,
                       Qt::LeftButton);
+}
+
+/// The objects nearest to the middle of the view, which a region around them would select.
+double many(Stage& stage)
+{
+    const QPoint middle(figureX(stage.ctx, stage.middle().x()),
+                        figureY(stage.ctx, stage.middle().y()));
+    const auto farness = [&](FigObject* object) {
+        int left, top, right, bottom;
+        object->getBounds(stage.ctx, &left, &top, &right, &bottom, true, true);
+        return std::max(
+            {middle.x() - left, right - middle.x(), middle.y() - top, bottom - middle.y()});
+    };
+    std::multimap<int, FigObject*> byFarness;
+    for (FigObject* object : qAsConst(stage.ctx->drawing.objects))
+        byFarness.emplace(farness(object), object);
+    auto entry = byFarness.begin();
+    for (int count = 0; count < manyObjects && entry != byFarness.end(); ++count)
+        (entry++)->second->tagged = true;
+    return dragTagged(stage, byFarness.begin()->second);
+}
+
+/// As many all over the page.
+double scattered(Stage& stage)
+{
+    int count = 0;
+    for (FigObject* object : qAsConst(stage.ctx->drawing.objects)) {
+        if (count++ == manyObjects)
+            break;
+        object->tagged = true;
+    }
+    return dragTagged(stage, stage.ctx->drawing.objects.first());
 }
 
 /// One compound of all objects.
@@ -239,16 +278,19 @@ double rotate(Stage& stage)
 int main(int argc, char** argv)
 {
     static const std::map<QString, std::function<double(Stage&)>> scenes = {
-        {"rubber", rubber}, {"hover", hover}, {"region", region}, {"release", release},
-        {"linked", linked}, {"many", many},   {"scale", scale},   {"rotate", rotate}};
+        {"rubber", rubber},   {"hover", hover},         {"region", region},
+        {"release", release}, {"linked", linked},       {"linked-first", linkedFirst},
+        {"many", many},       {"scattered", scattered}, {"scale", scale},
+        {"rotate", rotate}};
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
     const auto scene = arguments.size() == 3 ? scenes.find(arguments[1]) : scenes.end();
     if (scene == scenes.end()) {
-        std::fputs("orvalt_bench_gestures "
-                   "rubber|hover|region|release|linked|many|scale|rotate FIGURE\n",
-                   stderr);
+        std::fputs(
+            "orvalt_bench_gestures "
+            "rubber|hover|region|release|linked|linked-first|many|scattered|scale|rotate FIGURE\n",
+            stderr);
         return 2;
     }
     loadGridDefinitions();

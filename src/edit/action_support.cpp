@@ -1,6 +1,8 @@
 #include "edit/action_support.h"
 
 #include "edit/e_compound.h"
+#include "edit/e_library.h"
+#include "edit/preview.h"
 #include "model/FigContext.h"
 #include "model/u_list.h"
 #include "model/w_layers.h"
@@ -35,10 +37,20 @@ void countNested(CFigContext* ctx, FigObjectList* list, FigObject* object, Count
     if (list == ctx->openCompoundObjects)
         count(ctx, object, one, all);
     else
-        set_depths(ctx);
+        countDepthsAnew(ctx);
 }
 
 } // namespace
+
+void countDepthsAnew(CFigContext* ctx)
+{
+    {
+        const PreviewAside aside(ctx);
+        set_depths(ctx);
+    }
+    if (curLibDrawing && ctx->movedObjects)
+        add_depth(ctx, ctx->movedObjects);
+}
 
 void enterList(CFigContext* ctx, FigObjectList* list, FigObject* object)
 {

@@ -9,6 +9,10 @@
 /// so once at the end. Raised and lowered by undo, redo and executeActions.
 extern int defer_depth_recounts;
 
+/// set_depths in the middle of whatever gesture: copies that follow the pointer are not counted
+/// before they are placed, but a drawing of the library is as soon as its placing begins.
+void countDepthsAnew(CFigContext* ctx);
+
 /// list_add and list_delete for any list of the figure: the depth table counts the whole drawing,
 /// lists inside compounds too. False if the object was not there. The last object of a list, which
 /// is where objects enter, is taken out without a search.

@@ -30,7 +30,7 @@ void gather(CFigContext* ctx, FigObjectList* list, FigCompound* compound)
     if (isOwnList(ctx, list))
         remove_compound_depth(ctx, compound);
     if (!allWereThere)
-        set_depths(ctx);
+        countDepthsAnew(ctx);
 }
 
 void scatter(CFigContext* ctx, FigObjectList* list, FigCompound* compound)
@@ -42,7 +42,7 @@ void scatter(CFigContext* ctx, FigObjectList* list, FigCompound* compound)
     if (isOwnList(ctx, list))
         add_compound_depth(ctx, compound);
     else if (!wasThere)
-        set_depths(ctx);
+        countDepthsAnew(ctx);
 }
 
 /// The members live on in the list around it.

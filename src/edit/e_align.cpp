@@ -6,6 +6,7 @@
 #include "model/FigContext.h"
 #include "model/shell.h"
 #include "model/w_layers.h"
+#include "render/gfx_math.h"
 #include "render/u_bound.h"
 
 namespace {
@@ -30,16 +31,22 @@ Box referenceBox(CFigContext* ctx)
     return box;
 }
 
-/// Shift of one axis: mode 1 the low edges, 2 the centres in whole halves, 3 the high edges.
+/// In whole halves.
+int middleOf(int low, int high)
+{
+    return static_cast<int>((static_cast<long long>(low) + high) / 2);
+}
+
+/// Shift of one axis: mode 1 the low edges, 2 the centres, 3 the high edges.
 int shiftFor(int mode, int low, int high, int wantedLow, int wantedHigh)
 {
     switch (mode) {
     case 1:
-        return wantedLow - low;
+        return saturatedDifference(wantedLow, low);
     case 2:
-        return (wantedLow + wantedHigh) / 2 - (low + high) / 2;
+        return saturatedDifference(middleOf(wantedLow, wantedHigh), middleOf(low, high));
     case 3:
-        return wantedHigh - high;
+        return saturatedDifference(wantedHigh, high);
     default:
         return 0;
     }

@@ -43,15 +43,14 @@ ArrowSizes multiplesOf(float thickness)
             cur_arrow_multheight * thickness};
 }
 
-/// The head that an update gives to an object which has one already.
-FigArrow* wantedArrow(CFigContext* ctx, FigObject* object, ArrowDirection direction)
+/// What an update wants of the head of an object which has one already.
+FigArrow wantedArrow(FigObject* object, ArrowDirection direction)
 {
     const int type = currentType(direction);
     const ArrowSizes sizes = use_abs_arrowvals
                                  ? ArrowSizes{cur_arrowthick, cur_arrowwidth, cur_arrowheight}
                                  : multiplesOf(static_cast<float>(object->thickness));
-    return new_arrow(ctx, arrowKind(type), arrowStyle(type), sizes.thickness, sizes.width,
-                     sizes.height, object->thickness);
+    return {arrowKind(type), arrowStyle(type), sizes.thickness, sizes.width, sizes.height};
 }
 
 /// A size that rounding alone keeps from the multiple of the line width counts as that.
@@ -61,12 +60,30 @@ bool isSameSize(float size, float wanted, float multiple, int lineWidth)
     return size == wanted || (relative && size / static_cast<float>(lineWidth) == multiple);
 }
 
-bool isSameArrow(const FigArrow& arrow, const FigArrow& wanted, int lineWidth)
+bool areEqual(const FigArrow& a, const FigArrow& b)
+{
+    return a.type == b.type && a.style == b.style && a.thickness == b.thickness && a.wd == b.wd &&
+           a.ht == b.ht;
+}
+
+bool isAsWanted(const FigArrow& arrow, const FigArrow& wanted, int lineWidth)
 {
     return arrow.type == wanted.type && arrow.style == wanted.style &&
            isSameSize(arrow.thickness, wanted.thickness, cur_arrow_multthick, lineWidth) &&
            isSameSize(arrow.wd, wanted.wd, cur_arrow_multwidth, lineWidth) &&
            isSameSize(arrow.ht, wanted.ht, cur_arrow_multheight, lineWidth);
+}
+
+/// Null for a head that is as wanted, or that would only be made once more: sizes that no head can
+/// have, as the multiples of no line width, give way to usable ones when it is made.
+FigArrow* replacementOf(CFigContext* ctx, const FigArrow& arrow, const FigArrow& wanted,
+                        FigObject* object)
+{
+    if (isAsWanted(arrow, wanted, object->thickness))
+        return nullptr;
+    std::unique_ptr<FigArrow> made(new_arrow(ctx, wanted.type, wanted.style, wanted.thickness,
+                                             wanted.wd, wanted.ht, object->thickness));
+    return areEqual(arrow, *made) ? nullptr : made.release();
 }
 
 void setArrowSize(FigArrow* arrow, float lineWidth)
@@ -182,15 +199,16 @@ void getArrowChangesList(CFigContext* ctx, FigObject* object, FigArrow* arrow,
 {
     if ((useList && !updatelist[ATTR_ARROWS]) || !isAutomatic(direction))
         return;
-    std::unique_ptr<FigArrow> wanted;
+    std::unique_ptr<FigArrow> changed;
     if (arrow)
-        wanted.reset(wantedArrow(ctx, object, direction));
+        changed.reset(replacementOf(ctx, *arrow, wantedArrow(object, direction), object));
     else if (canHaveArrows(object))
-        wanted.reset(new_arrow(ctx, static_cast<float>(object->thickness), currentType(direction),
-                               object->thickness));
-    if (!wanted || (arrow && isSameArrow(*arrow, *wanted, object->thickness)))
+        changed.reset(new_arrow(ctx, static_cast<float>(object->thickness), currentType(direction),
+                                object->thickness));
+    if (!changed)
         return;
-    list->append(new ChangeArrowAction(object, ctx->getWorkingRoot(), direction, wanted.release()));
+    list->append(
+        new ChangeArrowAction(object, ctx->getWorkingRoot(), direction, changed.release()));
 }
 
 void updateArrowSize(CFigContext*, FigObject* object)

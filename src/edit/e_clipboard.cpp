@@ -174,7 +174,7 @@ void clippaste_selected(CFigContext* ctx)
     bringColorsOver(ctx, ctx->movedObjects);
     set_functions(nullptr, nullptr, nullptr, placeClipOjects, cancel_clipdragging);
     canvas_leftbutUp_proc = nullptr;
-    deleteObjectList(&oldElasticObjectList);
+    start_feedback();
     canvas_locmove_proc2 = elastic_moveobjects;
     int left, top, right, bottom;
     objectlist_bound(ctx, ctx->movedObjects, &left, &top, &right, &bottom, false, true, true);
@@ -189,6 +189,7 @@ FigObject* placeClipOjects(CFigContext* ctx, int x, int y, FigObject*)
     FigObjectList placed = ctx->movedObjects ? *ctx->movedObjects : FigObjectList();
     const bool keepSelected = previous_command == CMD_SELECT;
     removeObjects(ctx->getWorkingRoot(), &placed);
+    dropMovedObjects(ctx); // no preview any more: the document has them now
     if (!placed.isEmpty()) {
         addAsOneStep(ctx, placed, saturatedDifference(x, fix_x), saturatedDifference(y, fix_y));
         refresh_obj_area(ctx, &placed, false);
@@ -196,7 +197,6 @@ FigObject* placeClipOjects(CFigContext* ctx, int x, int y, FigObject*)
     }
     clearMoveSlots();
     colorsOfPreview.clear();
-    dropMovedObjects(ctx);
     leavePaste();
     // The switch of the tool has cleared all tags.
     if (keepSelected) {

@@ -30,7 +30,7 @@ bool init_copy(CFigContext* ctx, FigObject* object, int, int x, int y, int, int)
     set_action_on();
     set_functions(nullptr, nullptr, nullptr, place_copy_object, cancel_copy_object);
     canvas_leftbutUp_proc = nullptr;
-    deleteObjectList(&oldElasticObjectList);
+    start_feedback();
     canvas_locmove_proc2 = elastic_moveobjects;
     fix_x = cur_x = x;
     fix_y = cur_y = y;
@@ -44,6 +44,7 @@ FigObject* place_copy_object(CFigContext* ctx, int x, int y, FigObject*)
     if (ctx->movedObjects && !ctx->movedObjects->isEmpty()) {
         FigObject* duplicate = ctx->movedObjects->first();
         removeObjects(ctx->getWorkingRoot(), ctx->movedObjects);
+        dropMovedObjects(ctx); // no preview any more: the document has it now
         translate_object(ctx, duplicate, saturatedDifference(x, fix_x),
                          saturatedDifference(y, fix_y));
         auto* add = new AddAction(duplicate, ctx->getWorkingRoot());

@@ -143,10 +143,12 @@ FigObject* place_lib_object(CFigContext* ctx, int x, int y, FigObject*)
         put_draw(ctx, RESTORE_CANVAS);
         cur_x = x;
         cur_y = y;
-        translate_object_list(ctx, ctx->movedObjects, placeX(), placeY());
-        remove_depth(ctx, ctx->movedObjects);
-        addAsOneStep(ctx, *ctx->movedObjects);
-        refresh_obj_area(ctx, ctx->movedObjects, false);
+        FigObjectList placed = *ctx->movedObjects;
+        translate_object_list(ctx, &placed, placeX(), placeY());
+        remove_depth(ctx, &placed);
+        dropMovedObjects(ctx); // from here on they are counted as the document's
+        addAsOneStep(ctx, placed);
+        refresh_obj_area(ctx, &placed, false);
     }
     curLibDrawing = nullptr;
     dropMovedObjects(ctx);

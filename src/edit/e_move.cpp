@@ -76,7 +76,7 @@ void init_object_dragging(CFigContext* ctx, int, int)
     canvas_locmove_proc2 = elastic_moveobjects;
     canvas_leftbutUp_proc = translateTaggedOjects;
     canvas_middlebut_proc = cancel_objectdragging;
-    deleteObjectList(&oldElasticObjectList);
+    start_feedback();
     cloneObjects(ctx->movedObjects, &oldElasticObjectList);
 }
 

@@ -46,7 +46,7 @@ void startMoving(CFigContext* ctx, PointerProc move, const PointGestureEnds& end
     set_action_on();
     set_functions(nullptr, nullptr, move, nullptr, ends.cancel);
     canvas_leftbutUp_proc = ends.release;
-    deleteObjectList(&oldElasticObjectList);
+    start_feedback();
     oldElasticObjectList.append(ctx->curObject->clone());
 }
 

@@ -210,7 +210,7 @@ void set_unset_center(CFigContext* ctx, int x, int y)
 {
     if (setcenter) {
         setcenter = 0;
-        center_marker(ctx, setcenter_x, setcenter_y);
+        refresh_center_marker(ctx, setcenter_x, setcenter_y);
         return;
     }
     setcenter = 1;

@@ -105,7 +105,7 @@ FigObject* init_scale_compound(CFigContext* ctx, int x, int y, FigObject*)
     fromy = cur_y;
     delete ctx->movedObjects;
     ctx->movedObjects = new FigObjectList{compound};
-    deleteObjectList(&oldElasticObjectList);
+    start_feedback();
     cloneObjects(ctx->movedObjects, &oldElasticObjectList);
     set_functions(nullptr, nullptr, nullptr, nullptr, cancel_scale_compound);
     canvas_locmove_proc2 = elastic_scaleobjects;

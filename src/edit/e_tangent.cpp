@@ -38,10 +38,10 @@ double halfLength(CFigContext* ctx)
 FigPoint* threePoints(int x, int y, int dx, int dy)
 {
     FigPoint* last = nullptr;
-    append_point(x - dx, y - dy, &last);
+    append_point(saturatedDifference(x, dx), saturatedDifference(y, dy), &last);
     FigPoint* first = last;
     append_point(x, y, &last);
-    append_point(x + dx, y + dy, &last);
+    append_point(saturatedSum(x, dx), saturatedSum(y, dy), &last);
     return first;
 }
 

@@ -97,7 +97,7 @@ void abandonGesture(CFigContext* owner)
     dropMovedObjects(owner);
     dropReshapedObject(owner);
     dropAddedPoints(owner);
-    deleteObjectList(&oldElasticObjectList);
+    start_feedback();
     forgetGesture();
 }
 

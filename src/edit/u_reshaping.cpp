@@ -10,8 +10,13 @@
 #include "model/FigContext.h"
 #include "model/objectwalk.h"
 #include "model/shell.h"
+#include "render/depth_walk.h"
 #include "render/gfx_math.h"
+#include "render/still_objects.h"
+#include "render/u_bound.h"
 #include "render/u_redraw.h"
+
+#include <QPainter>
 
 #include <algorithm>
 #include <memory>
@@ -22,6 +27,44 @@ FigObjectList oldElasticObjectList;
 namespace {
 
 FigObject* const nothingExcluded = nullptr;
+
+// --- showing a step -----------------------------------------------------------------
+
+/// In smaller drawings noting what stands still would gain nothing.
+constexpr int FEW_OBJECTS = 500;
+
+/// Of the gesture in progress; null before its first step and in small drawings.
+std::unique_ptr<StillObjects> stillObjects;
+/// Of those that are gone by now: pixels that were blended from pictures. Canvas pixels.
+QRect blendedBefore;
+
+void dropStillObjects()
+{
+    if (stillObjects)
+        blendedBefore |= stillObjects->blendedPixels();
+    stillObjects.reset();
+}
+
+bool isWorthNoting(CFigContext* ctx, const FigObjectList& moving)
+{
+    return ctx->painter && ctx->painter->isActive() && StillObjects::canTell(moving) &&
+           countObjects(&ctx->drawing.objects) > FEW_OBJECTS;
+}
+
+/// The moving objects, which stand in the document now, and where they were come anew; the other
+/// objects drawn have only their area redrawn.
+void showStep(CFigContext* ctx, FigObjectList* drawn, FigObjectList* former,
+              const FigObjectList& moving)
+{
+    if (stillObjects && !stillObjects->serves(ctx, moving))
+        dropStillObjects();
+    if (!stillObjects && isWorthNoting(ctx, moving))
+        stillObjects = std::make_unique<StillObjects>(ctx, moving);
+    if (stillObjects)
+        refresh_obj_area(ctx, drawn, former, stillObjects.get(), moving);
+    else
+        refresh_obj_area(ctx, drawn, former, nothingExcluded);
+}
 
 /// Copies of objects that stand in the document, for one step of feedback, in the place of the
 /// real ones: those that move, and what is linked to them. Real objects come back at the end.
@@ -81,7 +124,7 @@ private:
     void showWith(const FigObjectList& parents)
     {
         FigObjectList drawn = all() + parents;
-        refresh_obj_area(ctx, &drawn, &oldElasticObjectList, nothingExcluded);
+        showStep(ctx, &drawn, &oldElasticObjectList, all());
         deleteObjectList(&oldElasticObjectList);
         oldElasticObjectList = all();
         cloneInto(parents, &oldElasticObjectList);
@@ -115,14 +158,32 @@ void showReshaped(CFigContext* ctx, FigObject* clone)
 {
     FigObjectList* objects = &ctx->drawing.objects;
     replaceObjectById(objects, clone);
-    FigObject* former = ctx->reshapedObject ? ctx->reshapedObject : ctx->curObject;
-    refresh_obj_area(ctx, clone, former, nothingExcluded);
+    FigObjectList now{clone};
+    FigObjectList former{ctx->reshapedObject ? ctx->reshapedObject : ctx->curObject};
+    showStep(ctx, &now, &former, now);
     drop_reshaped_object(ctx);
     ctx->reshapedObject = clone;
     replaceObjectById(objects, ctx->curObject);
 }
 
 } // namespace
+
+void start_feedback()
+{
+    deleteObjectList(&oldElasticObjectList);
+    dropStillObjects();
+    blendedBefore = QRect();
+}
+
+void finish_feedback(CFigContext* ctx)
+{
+    dropStillObjects();
+    if (blendedBefore.isEmpty() || !ctx->painter || !ctx->painter->isActive())
+        return;
+    const SeenArea area(ctx, std::exchange(blendedBefore, QRect()));
+    refresh_area(ctx, saturatedInt(area.x1), saturatedInt(area.y1), saturatedInt(area.x2),
+                 saturatedInt(area.y2), nothingExcluded, false);
+}
 
 void drop_reshaped_object(CFigContext* ctx)
 {

@@ -8,6 +8,13 @@
 /// Owned here; emptied with deleteObjectList when a gesture starts or ends.
 extern FigObjectList oldElasticObjectList;
 
+/// A gesture starts: nothing is known of what earlier ones have shown.
+void start_feedback();
+/// The gesture is over, and the objects show as they are. Where its steps have laid pictures over
+/// each other the canvas is drawn anew, for edges there may be off by a hair. Without feedback, and
+/// without an active painter, nothing happens but that memory is freed.
+void finish_feedback(CFigContext* ctx);
+
 /// Drag, paste and placing: the objects, and what is linked to them, at cur minus fix.
 void elastic_moveobjects(CFigContext* ctx, FigObjectList* objects, int x, int y);
 /// Scaling about fix, from the corner fromx, fromy to cur.

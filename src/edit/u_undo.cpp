@@ -67,7 +67,7 @@ bool worksInCompound(CFigContext* ctx, const Transaction& step)
 void recountDepths(CFigContext* ctx, const Transaction& step)
 {
     if (worksInCompound(ctx, step))
-        set_depths(ctx);
+        countDepthsAnew(ctx);
 }
 
 /// Deletions in a row on one list share the search for links.

@@ -4,6 +4,10 @@
 #include "ui/AttrIcons.h"
 #include "ui/AttrWiring.h"
 #include "ui/ElidedButton.h"
+#include "ui/LateIcon.h"
+#include "ui/QTChildFrm.h"
+#include "ui/QTMainFrm.h"
+#include "ui/application.h"
 
 #include <QIntValidator>
 #include <QLineEdit>
@@ -32,6 +36,15 @@ QString translated(const char* text)
     return QObject::tr(text);
 }
 
+/// Return ends the typing: Delete and the arrow keys are the selection's again.
+void leaveOnReturn(const QWidget* control)
+{
+    QObject::connect(control->findChild<QLineEdit*>(), &QLineEdit::returnPressed, control, [] {
+        if (QTChildFrm* document = mainWnd ? mainWnd->activeMdiChild() : nullptr)
+            document->setFocus();
+    });
+}
+
 /// A number counts when it has been typed to its end: one step of undo, not one per digit.
 template <typename SpinBox> QWidget* makeSpin(const ControlRow& row)
 {
@@ -40,6 +53,7 @@ template <typename SpinBox> QWidget* makeSpin(const ControlRow& row)
     box->setRange(static_cast<Value>(row.minimum), static_cast<Value>(row.maximum));
     box->setValue(static_cast<Value>(row.start));
     box->setKeyboardTracking(false);
+    leaveOnReturn(box);
     return box;
 }
 
@@ -67,6 +81,7 @@ QWidget* makeSizeCombo(const ControlRow& row)
 {
     auto* box = static_cast<QComboBox*>(makeCombo(row));
     box->setEditable(true);
+    leaveOnReturn(box);
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setCompleter(nullptr); // "1" is not the beginning of "10"
     box->setValidator(new FontSizeValidator(box));
@@ -88,7 +103,7 @@ QWidget* makeIconButton(const ControlRow& row)
     auto* button = new QPushButton;
     button->setIconSize(BUTTON_ICON_SIZE);
     if (row.icon)
-        button->setIcon(QIcon(row.icon));
+        button->setIcon(lateIcon(row.icon));
     return button;
 }
 
@@ -108,11 +123,13 @@ void wireFontSize(AttrsPanel* panel, QWidget* control)
             take();
     });
     QObject::connect(box->lineEdit(), &QLineEdit::editingFinished, handler, take);
-    QObject::connect(handler, &Handler::fontSizeChanged, box, [box](const QString& points) {
+    const auto show = [box](const QString& points) {
         const QSignalBlocker blocker(box);
         box->setCurrentIndex(box->findText(points));
         box->setEditText(points);
-    });
+    };
+    QObject::connect(handler, &Handler::fontSizeChanged, box, show);
+    show(handler->current(&Handler::fontSizeChanged));
 }
 
 void addBackArrows(QComboBox* box)

@@ -1,5 +1,7 @@
 #include "ui/AttrIcons.h"
 
+#include "ui/LateIcon.h"
+
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QComboBox>
@@ -32,7 +34,7 @@ const LineStyleRow lineStyleTable[NUM_LINE_STYLES] = {
 
 void insertIcon(QComboBox* box, int index, const QString& path, const QString& name)
 {
-    box->insertItem(index, QIcon(path), QString());
+    box->insertItem(index, lateIcon(path), QString());
     box->setItemData(std::min(index, box->count() - 1), name, Qt::AccessibleTextRole);
 }
 
@@ -96,8 +98,8 @@ void insertNoneAndForwardArrows(QComboBox* box)
 
 void addArrows(QComboBox* box, QPointer<QAbstractItemModel>& list, Fill fill)
 {
-    box->setIconSize(ARROW_SIZE);
     showShared(box, list, fill);
+    box->setIconSize(ARROW_SIZE);
 }
 
 } // namespace
@@ -105,8 +107,8 @@ void addArrows(QComboBox* box, QPointer<QAbstractItemModel>& list, Fill fill)
 void addLineStyleIcons(QComboBox* box)
 {
     static QPointer<QAbstractItemModel> list;
-    box->setIconSize(LINE_STYLE_SIZE);
     showShared(box, list, insertLineStyles);
+    box->setIconSize(LINE_STYLE_SIZE);
 }
 
 void addBackArrowTypes(QComboBox* box, bool withNone)

@@ -13,7 +13,7 @@
 #include <QSpinBox>
 
 // What the coordinator tells is only shown: a control that has to round or limit a value must not
-// answer with another one.
+// answer with another one. It begins with what it would have been told before it was there.
 
 template <auto slot, typename Control, typename Signal>
 void takeFrom(Control* control, Signal signal, AttrsPanel* panel)
@@ -24,10 +24,12 @@ void takeFrom(Control* control, Signal signal, AttrsPanel* panel)
 template <auto signal, typename Control, typename Value>
 void showIn(Control* control, void (Control::*set)(Value), AttrsPanel* panel)
 {
-    QObject::connect(panel->coordinator(), signal, control, [control, set](Value value) {
+    const auto show = [control, set](Value value) {
         const QSignalBlocker blocker(control);
         (control->*set)(value);
-    });
+    };
+    QObject::connect(panel->coordinator(), signal, control, show);
+    show(panel->coordinator()->current(signal));
 }
 
 template <auto slot> void takeFromSpin(AttrsPanel* panel, QWidget* control)

@@ -5,6 +5,7 @@
 #include "ui/ArrowAttrsDlg.h"
 #include "ui/AttrsToolbarHandler.h"
 #include "ui/FigColorDlg.h"
+#include "ui/LateIcon.h"
 #include "ui/QTMainFrm.h"
 
 #include <QGridLayout>
@@ -22,7 +23,11 @@ const char* const LONGEST_LABEL = "Arrow type"; // gives all forms the same left
 } // namespace
 
 AttrsPanel::AttrsPanel(AttrsToolbarHandler* coordinator, QTMainFrm* window, ControlList rows)
-    : handler(coordinator), mainWindow(window)
+    : handler(coordinator), mainWindow(window), controlRows(rows)
+{
+}
+
+void AttrsPanel::makeContent()
 {
     auto* form = new QGridLayout;
     form->setVerticalSpacing(VERTICAL_SPACING);
@@ -32,7 +37,7 @@ AttrsPanel::AttrsPanel(AttrsToolbarHandler* coordinator, QTMainFrm* window, Cont
     pairs->setVerticalSpacing(VERTICAL_SPACING);
     pairs->setColumnStretch(0, 1);
     pairs->setColumnStretch(1, 1);
-    for (const ControlRow& row : rows) {
+    for (const ControlRow& row : controlRows) {
         QWidget* made = addControl(row);
         if (row.labelBeside)
             addField(form, made, row);
@@ -44,10 +49,19 @@ AttrsPanel::AttrsPanel(AttrsToolbarHandler* coordinator, QTMainFrm* window, Cont
     column->addLayout(form);
     column->addLayout(pairs);
     column->addStretch();
+    listen();
+}
+
+/// To what concerns several controls or none of the coordinator's, and to what was told before.
+void AttrsPanel::listen()
+{
     connect(handler, &AttrsToolbarHandler::lineStyleChanged, this, &AttrsPanel::onLineStyle);
+    onLineStyle(handler->current(&AttrsToolbarHandler::lineStyleChanged));
     connect(mainWindow, &QTMainFrm::commentChanged, this, &AttrsPanel::onCommentTip);
-    connect(mainWindow->colorDialog(), &FigColorDlg::colorChanged, this,
-            &AttrsPanel::onColorChanged);
+    onCommentTip(mainWindow->isCommentShown());
+    const FigColorDlg* colors = mainWindow->colorDialog();
+    connect(colors, &FigColorDlg::colorChanged, this, &AttrsPanel::onColorChanged);
+    onColorChanged(colors->shownSample());
 }
 
 QWidget* AttrsPanel::addControl(const ControlRow& row)
@@ -77,8 +91,9 @@ void AttrsPanel::addField(QGridLayout* form, QWidget* field, const ControlRow& r
     form->addWidget(field, line, 1);
 }
 
-QLabel* AttrsPanel::labelOf(const ControlRow& row) const
+QLabel* AttrsPanel::labelOf(const ControlRow& row)
 {
+    makeComplete();
     return findChild<QLabel*>(row.labelName, Qt::FindDirectChildrenOnly);
 }
 
@@ -100,7 +115,7 @@ void AttrsPanel::onCommentTip(bool hasComment)
 {
     const char* name = hasComment ? "comment_filled" : "comment";
     if (auto* button = control<QPushButton>(controls::openCommentDlg))
-        button->setIcon(QIcon(QString(":/diverse/images/diverse/%1.png").arg(name)));
+        button->setIcon(lateIcon(QString(":/diverse/images/diverse/%1.png").arg(name)));
 }
 
 void AttrsPanel::onColorChanged(const QPixmap& sample)

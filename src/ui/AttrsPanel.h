@@ -3,19 +3,21 @@
 #pragma once
 
 #include "ui/AttrControls.h"
+#include "ui/Late.h"
 
 #include <QLabel>
 #include <QPushButton>
 
 #include <functional>
 #include <initializer_list>
+#include <vector>
 
 class AttrsToolbarHandler;
 class FigObject;
 class QGridLayout;
 class QTMainFrm;
 
-class AttrsPanel : public QWidget {
+class AttrsPanel : public Late<QWidget> {
     Q_OBJECT
 
 public:
@@ -34,16 +36,19 @@ protected:
     /// beside them stand in a form, the others two by two in the order of the list.
     AttrsPanel(AttrsToolbarHandler* coordinator, QTMainFrm* window, ControlList rows);
 
+    void makeContent() override;
+
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    /// Null if the panel does not have the control.
-    template <typename Control> Control* control(const ControlRow& row) const
+    /// Null if the panel does not have the control. Completes the panel, and so does labelOf().
+    template <typename Control> Control* control(const ControlRow& row)
     {
+        makeComplete();
         return findChild<Control*>(row.name, Qt::FindDirectChildrenOnly);
     }
     /// Label beside a control, empty at first.
-    QLabel* labelOf(const ControlRow& row) const;
+    QLabel* labelOf(const ControlRow& row);
     /// Gives a button of the panel's own its use.
     template <typename Panel> void onPress(const ControlRow& row, void (Panel::*slot)())
     {
@@ -60,4 +65,7 @@ protected:
 private:
     QWidget* addControl(const ControlRow& row);
     void addField(QGridLayout* form, QWidget* field, const ControlRow& row);
+    void listen();
+
+    std::vector<std::reference_wrapper<const ControlRow>> controlRows;
 };

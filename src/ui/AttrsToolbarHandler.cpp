@@ -6,17 +6,18 @@
 #include "model/FigContext.h"
 #include "model/shell.h"
 #include "render/gfx_math.h"
+#include "ui/FontsDlg.h"
 #include "ui/QTMainFrm.h"
 
 #include <QScopedValueRollback>
 
 #include <cmath>
+#include <variant>
 
 namespace {
 
 constexpr int RIGID_TEXT = 1; // bits of cur_textflags
 constexpr int SPECIAL_TEXT = 2;
-constexpr int PS_FONT = 4;
 constexpr float DEFAULT_STYLE_VALUE = 4;
 constexpr int SMALLEST_BOX_RADIUS = 7; // of the panel
 constexpr int LAST_FIXED_COLOR = 31;
@@ -320,28 +321,63 @@ void AttrsToolbarHandler::openCommentDlgClicked(bool)
 
 // --- all at once -------------------------------------------------------------------
 
+namespace {
+
+using Handler = AttrsToolbarHandler;
+
+/// A signal and the attribute that it tells.
+template <typename Value> struct State {
+    void (Handler::*changed)(Value);
+    std::decay_t<Value> (*current)();
+};
+
+using Int = State<int>;
+using Bool = State<bool>;
+
+/// In the order in which they are told.
+const std::variant<Int, Bool, State<double>, State<const QString&>> stateTable[] = {
+    Int{&Handler::depthChanged, [] { return cur_depth; }},
+    Int{&Handler::lineWidthChanged, [] { return cur_linewidth; }},
+    Int{&Handler::lineStyleChanged, [] { return cur_linestyle; }},
+    State<double>{&Handler::styleValChanged, [] { return static_cast<double>(cur_styleval); }},
+    Int{&Handler::capStyleChanged, [] { return cur_capstyle; }},
+    Int{&Handler::joinStyleChanged, [] { return cur_joinstyle; }},
+    Int{&Handler::arcTypeChanged, [] { return cur_arctype; }},
+    Int{&Handler::backArrowChanged, [] { return autobackwardarrow_mode ? cur_barrowtype + 1 : 0; }},
+    Int{&Handler::forwArrowChanged, [] { return autoforwardarrow_mode ? cur_farrowtype + 1 : 0; }},
+    Int{&Handler::arrowTypeChanged, [] { return cur_arrowtype; }},
+    Int{&Handler::boxTypeChanged, [] { return int(cur_boxtype != T_BOX); }},
+    Int{&Handler::boxCornerRadiusChanged, [] { return cur_boxradius; }},
+    Int{&Handler::numSidesChanged, [] { return cur_numsides; }},
+    Int{&Handler::ellipseAngleChanged, [] { return wholeDegrees(cur_ellipseangle); }},
+    Int{&Handler::textAngleChanged, [] { return wholeDegrees(cur_textangle); }},
+    Bool{&Handler::textRigidChanged, [] { return (cur_textflags & RIGID_TEXT) != 0; }},
+    Bool{&Handler::textSpecialChanged, [] { return (cur_textflags & SPECIAL_TEXT) != 0; }},
+    State<const QString&>{&Handler::fontSizeChanged, [] { return QString::number(cur_fontsize); }},
+    Int{&Handler::textAlignChanged, [] { return cur_textjust; }},
+};
+
+} // namespace
+
+template <typename Value>
+std::decay_t<Value> AttrsToolbarHandler::current(void (AttrsToolbarHandler::*changed)(Value)) const
+{
+    for (const auto& row : stateTable)
+        if (const auto* state = std::get_if<State<Value>>(&row); state && state->changed == changed)
+            return state->current();
+    return {};
+}
+
+template int AttrsToolbarHandler::current(void (AttrsToolbarHandler::*)(int)) const;
+template bool AttrsToolbarHandler::current(void (AttrsToolbarHandler::*)(bool)) const;
+template double AttrsToolbarHandler::current(void (AttrsToolbarHandler::*)(double)) const;
+template QString AttrsToolbarHandler::current(void (AttrsToolbarHandler::*)(const QString&)) const;
+
 void AttrsToolbarHandler::updateToolbars()
 {
     const QScopedValueRollback<bool> guard(updating, true);
-    emit depthChanged(cur_depth);
-    emit lineWidthChanged(cur_linewidth);
-    emit lineStyleChanged(cur_linestyle);
-    emit styleValChanged(static_cast<double>(cur_styleval));
-    emit capStyleChanged(cur_capstyle);
-    emit joinStyleChanged(cur_joinstyle);
-    emit arcTypeChanged(cur_arctype);
-    emit backArrowChanged(autobackwardarrow_mode ? cur_barrowtype + 1 : 0);
-    emit forwArrowChanged(autoforwardarrow_mode ? cur_farrowtype + 1 : 0);
-    emit arrowTypeChanged(cur_arrowtype);
-    emit boxTypeChanged(cur_boxtype != T_BOX);
-    emit boxCornerRadiusChanged(cur_boxradius);
-    emit numSidesChanged(cur_numsides);
-    emit ellipseAngleChanged(wholeDegrees(cur_ellipseangle));
-    emit textAngleChanged(wholeDegrees(cur_textangle));
-    emit textRigidChanged(cur_textflags & RIGID_TEXT);
-    emit textSpecialChanged(cur_textflags & SPECIAL_TEXT);
-    emit fontSizeChanged(QString::number(cur_fontsize));
-    emit textAlignChanged(cur_textjust);
+    for (const auto& row : stateTable)
+        std::visit([this](const auto& state) { emit(this->*state.changed)(state.current()); }, row);
     if (cur_textflags & PS_FONT)
         emit psFontChanged(cur_ps_font);
     else

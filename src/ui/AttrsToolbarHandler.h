@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <type_traits>
+
 class CFigContext;
 class FigObject;
 class QTMainFrm;
@@ -17,6 +19,10 @@ public:
 
     /// Shows the current attributes in all panels. Whatever a panel answers meanwhile is ignored.
     void updateToolbars();
+    /// What updateToolbars tells by one of its signals at present; the fonts' and the colours' are
+    /// none of these.
+    template <typename Value>
+    std::decay_t<Value> current(void (AttrsToolbarHandler::*changed)(Value)) const;
 
 signals:
     void depthChanged(int depth);

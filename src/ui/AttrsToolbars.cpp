@@ -102,11 +102,20 @@ TextAttrsToolbar::TextAttrsToolbar(AttrsToolbarHandler* coordinator, QTMainFrm* 
                  {controls::depth, openFontSel, fontSize, textAngle, textAlign, selectPenColor,
                   openCommentDlg, textRigid, textSpecial, controls::editText, openCoords})
 {
+}
+
+void TextAttrsToolbar::makeContent()
+{
+    AttrsPanel::makeContent();
     onPress(controls::editText, &TextAttrsToolbar::onEditText);
     onPress(openFontSel, &TextAttrsToolbar::onOpenFontSel);
     connect(handler, &AttrsToolbarHandler::psFontChanged, this, &TextAttrsToolbar::onPsFontChanged);
     connect(handler, &AttrsToolbarHandler::latexFontChanged, this,
             &TextAttrsToolbar::onLatexFontChanged);
+    if (cur_textflags & PS_FONT)
+        onPsFontChanged(cur_ps_font);
+    else
+        onLatexFontChanged(cur_latex_font);
 }
 
 /// The button is written in the font that it names. A number below 0 is the first font.
@@ -156,7 +165,13 @@ void TextAttrsToolbar::onOpenFontSel()
 TangnormAttrsToolbar::TangnormAttrsToolbar(AttrsToolbarHandler* coordinator, QTMainFrm* window)
     : AttrsPanel(coordinator, window, {tangnormLength})
 {
-    connect(window, &QTMainFrm::unitChanged, this, &TangnormAttrsToolbar::onUnit);
+}
+
+void TangnormAttrsToolbar::makeContent()
+{
+    AttrsPanel::makeContent();
+    connect(mainWindow, &QTMainFrm::unitChanged, this, &TangnormAttrsToolbar::onUnit);
+    onUnit(mainWindow->shownUnit());
 }
 
 void TangnormAttrsToolbar::onUnit(int unit)
@@ -204,7 +219,7 @@ const UpdateRow updateTable[] = {
 
 } // namespace
 
-UpdateAttrsToolbar::UpdateAttrsToolbar()
+void UpdateAttrsToolbar::makeContent()
 {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);

@@ -98,6 +98,9 @@ public slots:
     void onLatexFontChanged(int font);
     void onEditText();
     void onOpenFontSel();
+
+protected:
+    void makeContent() override;
 };
 
 class RotateAttrsToolbar : public AttrsPanel {
@@ -115,17 +118,20 @@ public:
 
 public slots:
     void onUnit(int unit); ///< 0 centimetres, else inches
+
+protected:
+    void makeContent() override;
 };
 
 /// Chooses what the update tool takes over: one box per attribute.
-class UpdateAttrsToolbar : public QWidget {
+class UpdateAttrsToolbar : public Late<QWidget> {
     Q_OBJECT
-
-public:
-    UpdateAttrsToolbar();
 
 public slots:
     void flagChanged(); ///< the boxes become the update list
+
+protected:
+    void makeContent() override;
 
 private:
     template <typename NewState> void setAll(NewState newState);

@@ -2,21 +2,26 @@
 // work.
 #pragma once
 
+#include "ui/Late.h"
+
 #include <QDockWidget>
 
-class QPushButton;
-class QTabWidget;
-class QTextEdit;
+class QTextDocument;
 
-class ConsoleDock : public QDockWidget {
+class ConsoleDock : public Late<QDockWidget> {
     Q_OBJECT
 
 public:
     explicit ConsoleDock(QWidget* window);
 
-    QTextEdit* logView; ///< read-only
-    QPushButton* clearLog;
+    QTextDocument* logDocument() const { return log; }
+
+signals:
+    void clearLogWanted();
+
+protected:
+    void makeContent() override;
 
 private:
-    QTabWidget* tabs;
+    QTextDocument* log;
 };

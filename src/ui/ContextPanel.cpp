@@ -4,6 +4,10 @@
 #include "ui/AttrsToolbars.h"
 #include "ui/QTMainFrm.h"
 
+#include <QTimer>
+
+#include <utility>
+
 // clang-format off
 const int commandPanelIndex[NUM_PANEL_COMMANDS] = {
      5,  5,  5,  5,  1,  8,  3,  7, 13, 12, // 1 to 10
@@ -58,6 +62,16 @@ const PageRow pageTable[NUM_CONTEXT_PAGES] = {
     {"updateAttrsToolbar", "Attributes to update", makePage<UpdateAttrsToolbar>},
 };
 
+/// One of these needs most room, which one depends on the font. They give the panel its width, so
+/// they are made with it.
+constexpr int WIDEST_PAGES[] = {PAGE_ARC, PAGE_UPDATE};
+
+void complete(QWidget* page)
+{
+    if (auto* late = dynamic_cast<Late<QWidget>*>(page))
+        late->makeComplete();
+}
+
 constexpr int KEEP_PAGE = -1;
 
 /// Index is the sub-type.
@@ -104,8 +118,25 @@ ContextPanel::ContextPanel(AttrsToolbarHandler* handler, QTMainFrm* window) : QS
         addWidget(page);
     }
     connect(this, &QStackedWidget::currentChanged, this, &ContextPanel::takeHeightOfPage);
+    for (const int page : WIDEST_PAGES)
+        complete(widget(page));
     setCurrentIndex(PAGE_EMPTY);
     takeHeightOfPage(PAGE_EMPTY);
+}
+
+/// Once the window is on the screen and nothing else is to be done, all pages are made: no tool is
+/// to wait for its own.
+void ContextPanel::paintEvent(QPaintEvent* event)
+{
+    QStackedWidget::paintEvent(event);
+    if (!std::exchange(wasPainted, true))
+        QTimer::singleShot(0, this, &ContextPanel::completePages);
+}
+
+void ContextPanel::completePages()
+{
+    for (int index = 0; index < count(); ++index)
+        complete(widget(index));
 }
 
 void ContextPanel::takeHeightOfPage(int index)

@@ -38,7 +38,8 @@ class ContextPanel : public QStackedWidget {
     Q_OBJECT
 
 public:
-    /// The panels are fronts of the coordinator.
+    /// The panels are fronts of the coordinator. All are there at once, but what is in them comes
+    /// when they are first shown, or soon after the window is.
     ContextPanel(AttrsToolbarHandler* handler, QTMainFrm* window);
 
     /// Numbers that no command has show the empty page.
@@ -46,7 +47,13 @@ public:
     /// Null shows the empty page. A line or spline of an unknown sub-type leaves the page as it is.
     void showObject(const FigObject* object);
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     /// The panel is as high as the page that shows; its width stays that of the widest.
     void takeHeightOfPage(int index);
+    void completePages();
+
+    bool wasPainted = false;
 };

@@ -109,10 +109,15 @@ QColor fillColorOf(CFigContext* context, int color, int shade)
 
 // --- making -----------------------------------------------------------------------
 
-FigColorDlg::FigColorDlg(QWidget* parent) : QDialog(parent, Qt::Tool)
+FigColorDlg::FigColorDlg(QWidget* parent) : Late(parent, Qt::Tool)
 {
     setObjectName("figColorDlg");
     setWindowTitle(tr("Palette"));
+    updateAll(nullptr);
+}
+
+void FigColorDlg::makeContent()
+{
     penSide = makeSide(tr("Pen"), "penSide");
     connect(penSide, &ColorSide::colorChosen, this, &FigColorDlg::onPencol);
     connect(penSide, &ColorSide::userColorChosen, this, &FigColorDlg::onUserPenColor);
@@ -137,7 +142,10 @@ FigColorDlg::FigColorDlg(QWidget* parent) : QDialog(parent, Qt::Tool)
                                PATTERN_SIZE, nameOfPattern));
     connect(patterns, &QButtonGroup::idClicked, this, &FigColorDlg::onPattern);
     column->addLayout(makePreview());
-    updateAll(nullptr);
+    fillUserColors();
+    showAll();
+    if (context)
+        showSample();
 }
 
 ColorSide* FigColorDlg::makeSide(const QString& title, const char* name)
@@ -179,6 +187,7 @@ void FigColorDlg::onPencol(int color)
 
 void FigColorDlg::onUserPenColor(int index)
 {
+    makeComplete();
     setUserPenColor(penSide->keyAt(index));
 }
 
@@ -207,6 +216,7 @@ void FigColorDlg::onFillcol(int color)
 
 void FigColorDlg::onUserFillColor(int index)
 {
+    makeComplete();
     setUserFillColor(fillSide->keyAt(index));
 }
 
@@ -363,6 +373,8 @@ void FigColorDlg::updateAll(CFigContext* newContext)
 
 void FigColorDlg::fillUserColors()
 {
+    if (!isComplete())
+        return;
     const QMap<int, QColor> colors = context ? context->userColors : QMap<int, QColor>();
     penSide->showUserColors(colors);
     fillSide->showUserColors(colors);
@@ -370,17 +382,24 @@ void FigColorDlg::fillUserColors()
 
 void FigColorDlg::onColors()
 {
+    showAll();
+    showPenPreview();
+}
+
+void FigColorDlg::showAll()
+{
     showMarks();
     if (!context)
         return;
     showShades(context->cur_fillcolor);
     showPatterns(context->cur_pencolor, context->cur_fillcolor);
-    showPenPreview();
 }
 
 /// The present choice is marked; without a document there is none.
 void FigColorDlg::showMarks()
 {
+    if (!isComplete())
+        return;
     const int none = -1;
     const int style = context ? context->cur_fillstyle : none;
     penSide->mark(context ? context->cur_pencolor : none);
@@ -393,7 +412,7 @@ void FigColorDlg::showMarks()
 void FigColorDlg::showShades(int color)
 {
     const unsigned* row = context ? shadesOf(context, color) : nullptr;
-    if (!row)
+    if (!row || !isComplete())
         return;
     for (int shade = 0; shade < NUM_SHADES; ++shade)
         swatchOf(shades, shade)->setSwatch({colorrefToQColor(row[shade])});
@@ -401,7 +420,7 @@ void FigColorDlg::showShades(int color)
 
 void FigColorDlg::showPatterns(int pen, int fill)
 {
-    if (!context)
+    if (!context || !isComplete())
         return;
     for (int pattern = 0; pattern < NUM_PATTERNS; ++pattern)
         swatchOf(patterns, pattern)->setSwatch(patternSwatch(pattern, pen, fill));
@@ -416,13 +435,19 @@ void FigColorDlg::showPenPreview()
 {
     if (!context)
         return;
-    const QPixmap shown = sample();
-    preview->setPixmap(shown);
+    lastSample = sample();
+    if (isComplete())
+        showSample();
+    emit colorChanged(lastSample);
+}
+
+void FigColorDlg::showSample()
+{
+    preview->setPixmap(lastSample);
     description->setText(tr("Pen: %1\nFill: %2, %3")
                              .arg(nameOfColor(context->cur_pencolor),
                                   nameOfColor(context->cur_fillcolor),
                                   nameOfFill(context->cur_fillstyle)));
-    emit colorChanged(shown);
 }
 
 /// A figure with the current colours, on white where it does not fill the pixmap.

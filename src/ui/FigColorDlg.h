@@ -5,7 +5,10 @@
 // slot does nothing.
 #pragma once
 
+#include "ui/Late.h"
+
 #include <QDialog>
+#include <QPixmap>
 
 class CFigContext;
 class ColorSide;
@@ -14,7 +17,7 @@ class QLabel;
 class QPushButton;
 struct Swatch;
 
-class FigColorDlg : public QDialog {
+class FigColorDlg : public Late<QDialog> {
     Q_OBJECT
 
 public:
@@ -28,6 +31,8 @@ public:
     void showPatterns(int pen, int fill);
     void showShades(int color); ///< one that has no shades leaves them as they are
     void showPenPreview();      ///< tells it by colorChanged too
+    /// What colorChanged has told last; null before.
+    const QPixmap& shownSample() const { return lastSample; }
 
 signals:
     void colorChanged(const QPixmap& sample);
@@ -47,6 +52,9 @@ public slots:
     void onDeleteUserColor(int key);
     void onDeleteUnusedUserColors(bool);
 
+protected:
+    void makeContent() override;
+
 private:
     ColorSide* makeSide(const QString& title, const char* name);
     QLayout* makePreview();
@@ -60,17 +68,20 @@ private:
     QColor askForColor(const QColor& initial, const QString& title);
     void leaveDeletedColors();
     void fillUserColors();
+    void showAll();
     void showMarks();
     Swatch patternSwatch(int pattern, int pen, int fill) const;
     QPixmap sample() const;
+    void showSample();
     QString nameOfColor(int color) const;
 
     CFigContext* context = nullptr;
-    ColorSide* penSide;
-    ColorSide* fillSide;
-    QButtonGroup* shades;
-    QButtonGroup* patterns;
-    QPushButton* noFill;
-    QLabel* preview;
-    QLabel* description;
+    QPixmap lastSample;
+    ColorSide* penSide = nullptr; ///< these are null until the dialog is complete
+    ColorSide* fillSide = nullptr;
+    QButtonGroup* shades = nullptr;
+    QButtonGroup* patterns = nullptr;
+    QPushButton* noFill = nullptr;
+    QLabel* preview = nullptr;
+    QLabel* description = nullptr;
 };

@@ -4,6 +4,7 @@
 #include "model/FigContext.h"
 #include "model/shell.h"
 #include "render/Font.h"
+#include "ui/LateIcon.h"
 #include "ui/SwatchButton.h"
 
 #include <QButtonGroup>
@@ -17,7 +18,6 @@ namespace {
 
 constexpr int COLUMNS = 3;
 constexpr int PADDING = 16; // pixels, of both sides of a name together
-constexpr int PS_FONT = 4;  // bit of cur_textflags
 constexpr int SYMBOL = 32;  // these two have no letters
 constexpr int DINGBATS = 34;
 const char* const PAGE_STYLE = "QPushButton { background-color: rgb(255, 255, 255); color: black; }"
@@ -74,7 +74,7 @@ void showLatexFont(QAbstractButton* button, int font)
 {
     const QString name = latexFonts[font];
     button->setText(name);
-    button->setIcon(QIcon(QString(":/fonts/images/fonts/%1.png").arg(name)));
+    button->setIcon(lateIcon(QString(":/fonts/images/fonts/%1.png").arg(name)));
     button->setIconSize(LATEX_PICTURE_SIZE);
 }
 

@@ -7,6 +7,8 @@ class QAbstractButton;
 class QButtonGroup;
 class QTabWidget;
 
+/// Bit of cur_textflags: cur_ps_font is the font of new texts, else cur_latex_font.
+constexpr int PS_FONT = 4;
 /// The size in which the pictures of LaTeX fonts are drawn, pixels.
 constexpr QSize LATEX_PICTURE_SIZE(28, 18);
 

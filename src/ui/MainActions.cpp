@@ -1,6 +1,7 @@
 #include "ui/MainActions.h"
 
-#include <QIcon>
+#include "ui/LateIcon.h"
+
 #include <QWidget>
 
 #define ICON(name) ":/actions/images/actions/" name ".png"
@@ -67,7 +68,7 @@ namespace {
 
 QAction* makeAction(const ActionRow& row, QWidget* window)
 {
-    auto* action = new QAction(QIcon(row.icon), QObject::tr(row.text), window);
+    auto* action = new QAction(lateIcon(row.icon), QObject::tr(row.text), window);
     action->setShortcut(QKeySequence(row.key));
     if (*row.tip)
         action->setToolTip(QObject::tr(row.tip));

@@ -2,6 +2,7 @@
 
 #include "edit/command.h"
 #include "edit/mode.h"
+#include "edit/u_reshaping.h"
 #include "fileio/f_read.h"
 #include "model/FigContext.h"
 #include "model/preferences.h"
@@ -129,6 +130,10 @@ void QTChildFrm::beginPaint()
 
 void QTChildFrm::endPaint()
 {
+    if (painter.isActive() && !gestureHoldsObjects(figContext)) {
+        setAntialiasing(otherPreferencesData.antialiasing);
+        finish_feedback(figContext);
+    }
     if (painter.isActive())
         painter.end();
     viewport()->repaint();

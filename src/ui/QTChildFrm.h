@@ -83,7 +83,7 @@ public:
     void showPointMarker(FigObject* object);
     void showTaggedMarker(FigObject* except);
     void showSelectedPointMarker(int x, int y); ///< figure units, as the centre's
-    void drawCenterMarker(int x, int y);        ///< a second call wipes it
+    void refreshCenterMarker(int x, int y); ///< with the cross if the centre is set
     void drawPointmarker();
     void erasePointmarker();
     void refreshPointmarker();
@@ -212,7 +212,7 @@ private:
     void markPointerOnRulers();
     void moveByKey(int key);
     void deleteTagged();
-    void forgetReleasedKeys();
+    void takeHeldKeys(Qt::FocusReason reason);
     bool isAnyObjectTagged() const;
 
     QString failedWrite;          ///< file that the last write could not replace; empty if it could

@@ -15,6 +15,20 @@
 
 #include <memory>
 
+namespace {
+
+/// The panel of the selected object. Without one a tool that edits has its own back; after one that
+/// draws there is nothing to show.
+void showAttributes(QTMainFrm* window, CFigContext* context)
+{
+    FigObject* object = context->curObject;
+    window->showAttributesBar(context, object);
+    if (!object && !isDrawingFunction(cur_command))
+        window->showContextDialog(-1);
+}
+
+} // namespace
+
 // --- markers and selection ---------------------------------------------------
 
 void QTChildFrm::showPointMarker()
@@ -32,9 +46,13 @@ void QTChildFrm::showTaggedMarker(FigObject* except)
     changeWithPresentHint([=] { showTaggedMarkers(figContext, except); });
 }
 
+/// Of all objects: the last redraw has left its flags on those that it passed by.
 void QTChildFrm::refreshPointmarker()
 {
+    applyFunction(figContext->getWorkingRoot(), clearIgnoreFlag);
     changeWithPresentHint([this] { refresh_pointmarker(figContext); });
+    if (setcenter)
+        refreshCenterMarker(setcenter_x, setcenter_y);
 }
 
 void QTChildFrm::showSelectedPointMarker(int x, int y)
@@ -42,9 +60,9 @@ void QTChildFrm::showSelectedPointMarker(int x, int y)
     change([=] { ::showSelectedPointMarker(figContext, x, y); });
 }
 
-void QTChildFrm::drawCenterMarker(int x, int y)
+void QTChildFrm::refreshCenterMarker(int x, int y)
 {
-    change([=] { center_marker(figContext, x, y); });
+    change([=] { refresh_center_marker(figContext, x, y); });
 }
 
 void QTChildFrm::drawPointmarker()
@@ -78,6 +96,7 @@ void QTChildFrm::deselectAll()
     unmarkAllUntaggedObjects();
     figContext->curObject = nullptr;
     mainFrm->fireCommentChanged(false);
+    updateButtons();
 }
 
 /// Hidden objects and members of compounds are tagged too.
@@ -86,7 +105,6 @@ void QTChildFrm::selectAll()
     if (cur_command != CMD_SELECT && cur_command != CMD_DRAG_OBJECTS &&
         cur_command != CMD_MOVE_POINT)
         return;
-    applyFunction(figContext->getWorkingRoot(), clearIgnoreFlag);
     applyFunction(figContext->getWorkingRoot(), setTaggedFlag);
     updateButtons();
     refreshPointmarker();
@@ -109,7 +127,7 @@ void QTChildFrm::stepThroughHistory(void (UndoQueue::*step)())
     if (gestureHoldsObjects(figContext))
         return;
     change([=] { (figContext->undoQueue.*step)(); });
-    mainFrm->showAttributesBar(figContext, figContext->curObject);
+    showAttributes(mainFrm, figContext);
     updateButtons();
 }
 
@@ -166,7 +184,10 @@ void QTChildFrm::onCreateCompound()
 
 void QTChildFrm::onBreakCompound()
 {
-    edit([this] { break_compoundobject(figContext); });
+    edit([this] {
+        break_compoundobject(figContext);
+        showAttributes(mainFrm, figContext);
+    });
 }
 
 void QTChildFrm::onOpenCompound()
@@ -174,6 +195,7 @@ void QTChildFrm::onOpenCompound()
     edit([this] {
         if (auto* compound = dynamic_cast<FigCompound*>(figContext->curObject))
             open_compound(figContext, compound);
+        showAttributes(mainFrm, figContext);
     });
 }
 
@@ -182,6 +204,7 @@ void QTChildFrm::onCloseCompound()
     edit([this] {
         if (isCompoundOpen(figContext))
             close_compound(figContext, true);
+        showAttributes(mainFrm, figContext);
     });
 }
 

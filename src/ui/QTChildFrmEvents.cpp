@@ -329,18 +329,20 @@ void QTChildFrm::keyReleaseEvent(QKeyEvent* event)
     QWidget::keyReleaseEvent(event);
 }
 
-/// A key that was let go over a dialog or another program is not held any more.
-void QTChildFrm::forgetReleasedKeys()
+/// A key that was let go over a dialog or another program is not held any more. One that went down
+/// over a panel counts for the click that brings the focus here.
+void QTChildFrm::takeHeldKeys(Qt::FocusReason reason)
 {
     const Qt::KeyboardModifiers held = QGuiApplication::queryKeyboardModifiers();
-    shift_down = shift_down && (held & Qt::ShiftModifier);
-    ctrl_down = ctrl_down && (held & Qt::ControlModifier);
+    const bool isClicked = reason == Qt::MouseFocusReason;
+    shift_down = (shift_down || isClicked) && (held & Qt::ShiftModifier);
+    ctrl_down = (ctrl_down || isClicked) && (held & Qt::ControlModifier);
 }
 
-void QTChildFrm::focusInEvent(QFocusEvent*)
+void QTChildFrm::focusInEvent(QFocusEvent* event)
 {
     forgetFoundObject();
-    forgetReleasedKeys();
+    takeHeldKeys(event->reason());
     updateButtons();
     update_layers(figContext);
     mainFrm->updateColors(figContext);

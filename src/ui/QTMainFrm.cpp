@@ -29,7 +29,6 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QTextDocument>
-#include <QTextEdit>
 #include <QToolTip>
 
 namespace {
@@ -318,6 +317,7 @@ void QTMainFrm::showAttributesBar(CFigContext* context, FigObject* object)
 
 void QTMainFrm::fireCommentChanged(bool hasComment)
 {
+    commentShown = hasComment;
     emit commentChanged(hasComment);
 }
 
@@ -348,9 +348,10 @@ void QTMainFrm::forgetColors(const CFigContext* context)
 void QTMainFrm::editComment(CFigContext* context, FigObject* object)
 {
     const QString before = object->comments;
-    commentDlg->setObject(object);
-    commentDlg->exec();
-    commentDlg->setObject(nullptr);
+    ObjectCommentDlg* dialog = commentDialog();
+    dialog->setObject(object);
+    dialog->exec();
+    dialog->setObject(nullptr);
     if (object->comments != before)
         context->setModifiedflag();
 }
@@ -404,7 +405,7 @@ void QTMainFrm::onClearLog()
 
 QTextDocument* QTMainFrm::logDocument() const
 {
-    return console->logView->document();
+    return console->logDocument();
 }
 
 void QTMainFrm::about()
@@ -457,7 +458,8 @@ void QTMainFrm::subWindowActivated(QMdiSubWindow* window)
 /// The panels change the selected object of the active document, so they have to show that one's.
 void QTMainFrm::showAttributesOf(CFigContext* context)
 {
-    emit unitChanged(!context->metric);
+    unit = !context->metric;
+    emit unitChanged(unit);
     if (FigObject* object = context->getCurObject())
         showAttributesBar(context, object);
     else

@@ -70,6 +70,8 @@ public:
     /// object has a comment. A null context means the active document; nothing without one.
     void showAttributesBar(CFigContext* context, FigObject* object);
     void fireCommentChanged(bool hasComment);
+    bool isCommentShown() const { return commentShown; } ///< what commentChanged has told last
+    int shownUnit() const { return unit; }               ///< what unitChanged has told last
     /// Shows the measures of the ellipse in work in the coordinate panel.
     void showEllipseCoords(bool metric, FigEllipse* ellipse);
     /// Shows the layers of a document, if that is the active one. Null blanks the panel.
@@ -78,8 +80,8 @@ public:
     void updateColors(CFigContext* context);
     /// To be called before a document goes.
     void forgetColors(const CFigContext* context);
-    FigColorDlg* colorDialog() const { return colorDlg; }
-    FontsDlg* fontsDialog() const { return fontsDlg; }
+    FigColorDlg* colorDialog() const { return colorDlg; } ///< complete when it is shown
+    FontsDlg* fontsDialog();
     /// Lets the user edit the comment of an object of that document; not a step of undo.
     void editComment(CFigContext* context, FigObject* object);
     AttrsToolbarHandler* attributes() const { return attrsHandler; } ///< the panels' coordinator
@@ -173,6 +175,7 @@ private:
     void setupUi();
     QDockWidget* addPanel(const QString& title, const QString& name, Qt::DockWidgetArea area);
     void createDialogs();
+    ObjectCommentDlg* commentDialog();
     void createPanels();
     void createToolbars();
     void createMenus();
@@ -203,15 +206,17 @@ private:
     AttrsToolbarHandler* attrsHandler;
     ContextPanel* contextPanel;
     LayersToolbar* layersToolbar;
-    ObjectCommentDlg* commentDlg;
+    ObjectCommentDlg* commentDlg = nullptr; ///< null until it is first wanted
     FigColorDlg* colorDlg;
-    FontsDlg* fontsDlg;
+    FontsDlg* fontsDlg = nullptr; ///< the same
     CoordsToolbar* coordsToolbar;
     ShapesToolbar* shapes;
     QLabel* gestureHintLabel = nullptr; ///< in the status bar, null until that is made
     QDockWidget* coordinatesDock;
     WindowMenu* windowMenu;
     QString lastDirectory; ///< of the open dialog
+    bool commentShown = false;
+    int unit = 0;
     FigObject* objectUnderCursor = nullptr;
     QTimer commentTipTimer;
     QPoint commentTipPosition; ///< on the screen

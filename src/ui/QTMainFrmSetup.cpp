@@ -5,6 +5,7 @@
 #include "ui/CoordsToolbar.h"
 #include "ui/FigColorDlg.h"
 #include "ui/FontsDlg.h"
+#include "ui/LateIcon.h"
 #include "ui/LayersToolbar.h"
 #include "ui/ObjectCommentDlg.h"
 #include "ui/QTMainFrm.h"
@@ -16,7 +17,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QStyle>
@@ -30,10 +30,7 @@ constexpr int MIN_DOCUMENTS_WIDTH = 150; // pixels, so that the panels fit in be
 
 QIcon applicationIcon()
 {
-    QIcon icon;
-    for (const int size : {16, 24, 32, 48, 64, 128, 256})
-        icon.addFile(QString(":/app/images/app/orvalt_%1.png").arg(size));
-    return icon;
+    return lateIcon(":/app/images/app/orvalt_%1.png", {16, 24, 32, 48, 64, 128, 256});
 }
 
 /// Holds a panel that is as wide as it needs and may be higher than there is room.
@@ -86,7 +83,7 @@ void QTMainFrm::setupUi()
     console = new ConsoleDock(this);
     addDockWidget(Qt::BottomDockWidgetArea, console);
     console->hide();
-    connect(console->clearLog, &QPushButton::clicked, this, &QTMainFrm::onClearLog);
+    connect(console, &ConsoleDock::clearLogWanted, this, &QTMainFrm::onClearLog);
     createDialogs();
     createPanels();
     recentFiles = new RecentFiles(this);
@@ -104,18 +101,34 @@ QDockWidget* QTMainFrm::addPanel(const QString& title, const QString& name, Qt::
     return dock;
 }
 
-/// The panels open these, and show what is chosen in them.
+/// The panels show what is chosen in these, so they are there from the start.
 void QTMainFrm::createDialogs()
 {
     attrsHandler = new AttrsToolbarHandler(this);
     colorDlg = new FigColorDlg(this);
     connect(attrsHandler, &AttrsToolbarHandler::colorsChanged, colorDlg, &FigColorDlg::onColors);
+}
+
+// The other dialogs are made when they are first wanted, and stay.
+
+FontsDlg* QTMainFrm::fontsDialog()
+{
+    if (fontsDlg)
+        return fontsDlg;
     fontsDlg = new FontsDlg(this);
     connect(fontsDlg, &FontsDlg::psFontChanged, attrsHandler, &AttrsToolbarHandler::psFontChanged);
     connect(fontsDlg, &FontsDlg::latexFontChanged, attrsHandler,
             &AttrsToolbarHandler::latexFontChanged);
+    return fontsDlg;
+}
+
+ObjectCommentDlg* QTMainFrm::commentDialog()
+{
+    if (commentDlg)
+        return commentDlg;
     commentDlg = new ObjectCommentDlg(this);
     connect(commentDlg, &ObjectCommentDlg::commentChanged, this, &QTMainFrm::fireCommentChanged);
+    return commentDlg;
 }
 
 void QTMainFrm::createPanels()

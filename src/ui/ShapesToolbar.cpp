@@ -23,6 +23,7 @@
 #include "model/shell.h"
 #include "model/u_list.h"
 #include "render/markers.h"
+#include "ui/LateIcon.h"
 #include "ui/QTChildFrm.h"
 #include "ui/QTMainFrm.h"
 
@@ -225,7 +226,7 @@ QToolButton* ShapesToolbar::makeButton(const ToolButtonRow& row)
 {
     auto* made = new QToolButton(panels[row.group]);
     made->setObjectName(row.name);
-    made->setIcon(QIcon(QString(":/tools/images/tools/%1.png").arg(row.name)));
+    made->setIcon(lateIcon(QString(":/tools/images/tools/%1.png").arg(row.name)));
     made->setIconSize({ICON_SIZE, ICON_SIZE});
     made->setToolTip(tr(row.tip));
     made->setAccessibleName(tr(row.tip).section(':', 0, 0));
@@ -321,9 +322,9 @@ void ShapesToolbar::dropCurrentObject(CFigContext* ctx, QTChildFrm* child)
     }
     if (!setcenter)
         return;
-    if (child)
-        child->drawCenterMarker(setcenter_x, setcenter_y);
     setcenter = 0;
+    if (child)
+        child->refreshCenterMarker(setcenter_x, setcenter_y);
 }
 
 // --- the buttons ------------------------------------------------------------

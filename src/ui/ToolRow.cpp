@@ -4,6 +4,7 @@
 #include "model/preferences.h"
 #include "model/shell.h"
 #include "render/grid.h"
+#include "ui/LateIcon.h"
 
 #include <QLineEdit>
 #include <QMenu>
@@ -69,7 +70,7 @@ QToolButton* ToolRow::makeMenuButton(const QString& name, const QString& tip, co
     button->setObjectName(name);
     button->setAccessibleName(tip);
     button->setToolTip(tip);
-    button->setIcon(QIcon(icon));
+    button->setIcon(lateIcon(icon));
     button->setPopupMode(QToolButton::InstantPopup);
     button->setMenu(new QMenu(button));
     addWidget(button);
@@ -81,7 +82,7 @@ void ToolRow::createConstraintButton(QWidget* window)
     constraintButton = makeMenuButton("constraint", tr("Constraint mode for line angles"),
                                       constraintTable[UNCONSTRAINT].icon);
     for (const ConstraintRow& row : constraintTable) {
-        QAction* item = constraintButton->menu()->addAction(QIcon(row.icon), tr(row.text));
+        QAction* item = constraintButton->menu()->addAction(lateIcon(row.icon), tr(row.text));
         connect(item, SIGNAL(triggered(bool)), window, row.slot);
     }
 }
@@ -108,7 +109,7 @@ void ToolRow::createGridButton()
     gridButton = makeMenuButton("grid", tr("Select grid size"), ":/grid/images/grid/grid_none.png");
     for (int index = 0; index < gridDefinitions.size(); ++index) {
         const GridDefinition* grid = gridDefinitions[index];
-        QAction* item = gridButton->menu()->addAction(QIcon(grid->icon), grid->name);
+        QAction* item = gridButton->menu()->addAction(lateIcon(grid->icon), grid->name);
         connect(item, &QAction::triggered, this, [this, index] { emit gridChosen(index); });
     }
 }
@@ -129,7 +130,7 @@ void ToolRow::createSnapButton(QWidget* window)
 void ToolRow::setConstraint(Constraint constraint)
 {
     const ConstraintRow& row = constraintTable[constraint];
-    constraintButton->setIcon(QIcon(row.icon));
+    constraintButton->setIcon(lateIcon(row.icon));
     put_msg(row.message);
     resetConstraints();
     for (int* mode : row.modes)
@@ -148,7 +149,7 @@ void ToolRow::showZoom(float zoom)
 void ToolRow::showGrid(int index)
 {
     if (index >= 0 && index < gridDefinitions.size())
-        gridButton->setIcon(QIcon(gridDefinitions[index]->icon));
+        gridButton->setIcon(lateIcon(gridDefinitions[index]->icon));
 }
 
 void ToolRow::showSnapMode(int mode)

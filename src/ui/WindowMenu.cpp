@@ -1,5 +1,6 @@
 #include "ui/WindowMenu.h"
 
+#include "ui/LateIcon.h"
 #include "ui/QTChildFrm.h"
 
 #include <QMdiArea>
@@ -30,7 +31,7 @@ QAction* WindowMenu::makeAction(const QString& text, const QString& tip, const Q
                                 void (QMdiArea::*arrange)())
 {
     auto* action =
-        new QAction(QIcon(QString(":/actions/images/actions/%1.png").arg(icon)), text, mdiArea);
+        new QAction(lateIcon(QString(":/actions/images/actions/%1.png").arg(icon)), text, mdiArea);
     action->setToolTip(tip);
     connect(action, &QAction::triggered, mdiArea, arrange);
     return action;

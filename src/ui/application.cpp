@@ -84,7 +84,7 @@ void renewTexCommands()
 void cleanupTempObjects()
 {
     clear_clipboard();
-    deleteObjectList(&oldElasticObjectList);
+    start_feedback();
 }
 
 void listFonts()

@@ -2,6 +2,7 @@
 // the same bytes, the depth table is that of a recount, no id comes twice, and nothing is leaked,
 // freed twice or used after it is gone (the sanitizer builds see to that).
 #include "ActionFixture.h"
+#include "EditorMade.h"
 #include "RandomFigure.h"
 #include "edit/e_compound.h"
 #include "edit/e_links.h"
@@ -93,13 +94,6 @@ bool scalesForGood(FigObject* object)
     }
 }
 
-FigPath* pathOf(FigObject* object)
-{
-    if (object->type == O_POLYLINE)
-        return static_cast<FigLine*>(object);
-    return object->type == O_SPLINE ? static_cast<FigSpline*>(object) : nullptr;
-}
-
 /// One document and what is done to it.
 class History {
 public:
@@ -108,7 +102,8 @@ public:
     {
         recordingShell.clear();
         RandomFigure(seed).fill(&ctx);
-        prepare(&ctx.drawing.objects);
+        if (isExact)
+            makeAsEdited(&ctx, &ctx.drawing.objects);
         set_depths(&ctx);
     }
 
@@ -171,41 +166,6 @@ private:
         (ctx.undoQueue.*move)();
         if (isExact)
             normalise(&ctx, &ctx.drawing.objects);
-    }
-
-    /// No empty compounds, which vanish for good; whole centres of arcs, which a move adds to in
-    /// single precision; only links that the editor itself could have made.
-    void prepare(FigObjectList* list)
-    {
-        if (!isExact)
-            return;
-        for (FigObject* object : qAsConst(*list)) {
-            if (object->type == O_COMPOUND) {
-                auto* compound = static_cast<FigCompound*>(object);
-                if (compound->isEmpty())
-                    compound->objects->append(
-                        with(makeLine({{10, 10}, {500, 700}}), ctx.getNextId()));
-                prepare(compound->objects);
-            } else if (object->type == O_ARC) {
-                auto* arc = static_cast<FigArc*>(object);
-                arc->center_x = static_cast<float>(static_cast<int>(arc->center_x));
-                arc->center_y = static_cast<float>(static_cast<int>(arc->center_y));
-            } else if (FigPath* path = pathOf(object)) {
-                for (FigPoint* point = path->points; point; point = point->next)
-                    dropForeignLink(object, point);
-            }
-        }
-    }
-
-    void dropForeignLink(FigObject* object, FigPoint* point)
-    {
-        if (!point->link)
-            return;
-        FigObject* target = findObjectById(&ctx.drawing.objects, point->link->targetObjId);
-        if (isLinkableSourceObject(object) && isLinkableTargetObject(target))
-            return;
-        delete point->link;
-        point->link = nullptr;
     }
 
     // --- choices ------------------------------------------------------------------------
@@ -426,7 +386,7 @@ private:
     ActionItem* arrow()
     {
         FigObject* object = anyObject();
-        if (!object || !(pathOf(object) || isArc(object)) || isClosed(object))
+        if (!object || !(chainOwner(object) || isArc(object)) || isClosed(object))
             return nullptr;
         auto* arrow = random.oneIn(3) ? nullptr : new FigArrow{random.between(0, 14), 1, 1, 60, 90};
         return new ChangeArrowAction(object, root(), random.between(0, 1), arrow);
@@ -473,7 +433,7 @@ private:
     ActionItem* removePoint()
     {
         FigObject* object = anyObject();
-        FigPath* path = object ? pathOf(object) : nullptr;
+        FigPath* path = object ? chainOwner(object) : nullptr;
         if (!path || path->getNumPoints() < 5)
             return nullptr;
         if (object->type == O_SPLINE) {
@@ -510,7 +470,7 @@ private:
         action->point = anyPoint(path);
         // Onto some outline, with some luck.
         FigObject* target = anyObject();
-        FigPath* targetPath = pathOf(target);
+        FigPath* targetPath = chainOwner(target);
         const FigPoint* goal = targetPath ? targetPath->points : nullptr;
         action->dx = goal ? goal->x - action->point->x : random.between(-900, 900);
         action->dy = goal ? goal->y - action->point->y : random.between(-900, 900);
@@ -522,7 +482,7 @@ private:
     ActionItem* movePoint()
     {
         FigObject* object = anyObject();
-        FigPath* path = object ? pathOf(object) : nullptr;
+        FigPath* path = object ? chainOwner(object) : nullptr;
         if (!path)
             return nullptr;
         return object->type == O_POLYLINE ? movePointOf<MoveLinePointAction>(object, path)
@@ -601,17 +561,6 @@ private:
 QString inHistory(unsigned seed, int step, const QString& error)
 {
     return QString("seed %1, step %2: %3").arg(seed).arg(step).arg(error);
-}
-
-QString firstDifference(const QByteArray& a, const QByteArray& b)
-{
-    const QList<QByteArray> linesA = a.split('\n'), linesB = b.split('\n');
-    for (int i = 0; i < qMin(linesA.size(), linesB.size()); ++i)
-        if (linesA.at(i) != linesB.at(i))
-            return QString("line %1 should be \"%2\", is \"%3\"")
-                .arg(i + 1)
-                .arg(QString::fromUtf8(linesB.at(i)), QString::fromUtf8(linesA.at(i)));
-    return "one file is longer";
 }
 
 /// More histories for a longer look: ORVALT_HISTORIES=5000.

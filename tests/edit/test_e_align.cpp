@@ -81,6 +81,21 @@ private slots:
         QTEST(corner(box), "expected");
     }
 
+    // The sum of two edges is beyond the whole numbers there. Boxes are single precision, which
+    // has multiples of 128 only.
+    void centresFarOutMeet()
+    {
+        EditedFigure figure;
+        auto* reference = figure.put(tagged(makeBox(1500000000, 1200000000, 512, 512)));
+        auto* box = figure.put(tagged(makeBox(100000000, -1400000000, 256, 256)));
+        figure.ctx.curObject = reference;
+        cur_halign = 2;
+        align_tagged_objects(&figure.ctx);
+        QCOMPARE(corner(box), QPoint(1500000128, -1400000000));
+        figure.undo();
+        QCOMPARE(corner(box), QPoint(100000000, -1400000000));
+    }
+
     void withoutACurrentObjectAllTaggedOnesTogetherAreTheReference()
     {
         EditedFigure figure;

@@ -294,6 +294,31 @@ private slots:
         QCOMPARE(figure.update(line, line->forward_arrow, ARROW_FORWARD), 0);
     }
 
+    // A head that was made for a line without width has size 0, as the next update wants it.
+    void aHeadMadeForNoLineWidthIsNotMadeAgain()
+    {
+        ArrowFigure figure;
+        auto* line = figure.put(makeWideLine(0));
+        autoforwardarrow_mode = true;
+        QCOMPARE(figure.update(line, nullptr, ARROW_FORWARD), 1);
+        QCOMPARE(text(line->forward_arrow), QString("0 0 0 0 0"));
+        QCOMPARE(figure.update(line, line->forward_arrow, ARROW_FORWARD), 0);
+        QCOMPARE(text(line->forward_arrow), QString("0 0 0 0 0"));
+    }
+
+    // One size that is wanted does not vouch for what the head becomes when another is not.
+    void sizesOfAMultipleOfZeroGiveWayTogether()
+    {
+        ArrowFigure figure;
+        auto* line = figure.put(makeWideLine(1));
+        line->forward_arrow = new FigArrow{0, 0, 1, 0, 0};
+        autoforwardarrow_mode = true;
+        cur_arrow_multthick = cur_arrow_multwidth = cur_arrow_multheight = 0;
+        QCOMPARE(figure.update(line, line->forward_arrow, ARROW_FORWARD), 1);
+        QCOMPARE(text(line->forward_arrow), QString("0 0 1 60 0"));
+        QCOMPARE(figure.update(line, line->forward_arrow, ARROW_FORWARD), 0);
+    }
+
     void theUpdateListCanLeaveArrowsOut()
     {
         ArrowFigure figure;

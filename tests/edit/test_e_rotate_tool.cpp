@@ -125,6 +125,23 @@ private slots:
         QCOMPARE(document.image, before);
     }
 
+    // The redraw around a turned object takes the cross away with the rest of its area.
+    void noMarkerOfTheCentreIsLeftBehindAfterATurnThroughIt()
+    {
+        Turning document;
+        document.put(makeLine({{1500, 1500}, {2100, 1500}}));
+        document.show();
+        document.clockwise(90);
+        shift_down = true;
+        document.click(1800, 1650);
+        shift_down = false;
+        document.click(1500, 1500);
+        shift_down = true;
+        document.click(300, 300);
+        QCOMPARE(setcenter, 0);
+        QVERIFY(document.showsWhatARedrawShows());
+    }
+
     void aCopyTurnsAboutTheCentreThatIsSet()
     {
         Turning document;

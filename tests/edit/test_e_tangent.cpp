@@ -94,6 +94,14 @@ private slots:
         QCOMPARE(chain(figure.line()), QString("409,0 1000,0 1591,0"));
     }
 
+    void theEndsStayWithinTheWholeNumbers()
+    {
+        TangentFigure figure;
+        tangent_normal_line(&figure.ctx, 2147483000, -2147483000, 1000, 1000);
+        QCOMPARE(chain(figure.line()), QString("2147482000,-2147483648 2147483000,-2147483000 "
+                                               "2147483647,-2147482000"));
+    }
+
     void aShortSegmentIsASingularity_data()
     {
         QTest::addColumn<int>("x");

@@ -1,5 +1,9 @@
 #include "ActionFixture.h"
+#include "edit/command.h"
+#include "edit/e_arrow.h"
+#include "edit/e_clipboard.h"
 #include "edit/e_compound.h"
+#include "edit/e_copy.h"
 #include "edit/mode.h"
 
 #include <memory>
@@ -350,6 +354,39 @@ private slots:
         QCOMPARE(ids(figure.top()), QString("1(2 3)"));
         QVERIFY(corners(compound).contains(5000, 5000));
         QCOMPARE(depthTableError(&figure.ctx), QString());
+    }
+
+    void copiesThatFollowThePointerAreNotCountedBeforeTheyArePlaced_data()
+    {
+        QTest::addColumn<bool>("pasted");
+        QTest::newRow("paste") << true;
+        QTest::newRow("copy tool") << false;
+    }
+
+    void copiesThatFollowThePointerAreNotCountedBeforeTheyArePlaced()
+    {
+        QFETCH(bool, pasted);
+        EditedFigure figure;
+        CFigContext* ctx = &figure.ctx;
+        FigLine* member = with(makeLine({{0, 0}, {600, 600}}), ctx->getNextId());
+        auto* compound = figure.put(with(makeCompound({member}), ctx->getNextId()));
+        open_compound(ctx, compound);
+        member->tagged = true;
+        if (pasted) {
+            copy_to_clipboard(ctx);
+            clippaste_selected(ctx);
+        } else {
+            init_copy(ctx, member, O_POLYLINE, 0, 0, 0, 0);
+        }
+        QCOMPARE(compound->objects->size(), 2);
+        // Meanwhile a change in the open compound, whose step counts anew.
+        figure.run(new ChangeArrowAction(member, compound->objects, ARROW_FORWARD, nullptr));
+        QCOMPARE(ctx->object_depths[50], 1);
+        QCOMPARE(compound->objects->size(), 2);
+        canvas_leftbut_proc(ctx, 900, 900, nullptr);
+        QCOMPARE(ctx->object_depths[50], 2);
+        clear_clipboard();
+        abandonGesture(ctx);
     }
 
     void theDrawingsOwnListHasNoCompoundToUpdate()

@@ -87,7 +87,10 @@ void shell_redisplay_object_list(QTChildFrm*, QLinkedList<FigObject*>*, int dept
 void shell_switch_command(int command)
 {
     recordingShell.panels.append(QString("switch %1").arg(command));
-    cur_command = command;
+    if (recordingShell.onSwitchCommand)
+        recordingShell.onSwitchCommand(command);
+    else
+        cur_command = command;
 }
 
 void shell_show_context_dialog(int command)
@@ -95,9 +98,11 @@ void shell_show_context_dialog(int command)
     recordingShell.panels.append(QString("command %1").arg(command));
 }
 
-void shell_show_attributes_bar(CFigContext*, FigObject* object)
+void shell_show_attributes_bar(CFigContext* ctx, FigObject* object)
 {
     recordingShell.panels.append(QString("attributes %1").arg(object ? object->type : 0));
+    if (recordingShell.onAttributesBar)
+        recordingShell.onAttributesBar(ctx, object);
 }
 
 void shell_comment_changed(bool hasComment)

@@ -5,7 +5,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 class CFigContext;
+class FigObject;
 
 struct RecordingShell {
     QStringList messages; ///< status lines in the order in which they were posted
@@ -21,6 +24,9 @@ struct RecordingShell {
     QStringList redraws; ///< "canvas" or "depth N", in the order in which they were asked for
     QStringList panels;  ///< what the panels were told: "command 6", "attributes 2", "comment 1"...
     QString enteredText; ///< what the next text dialog gives back, if answer is true
+    // What a test does in place of the windows; without these it is recorded only.
+    std::function<void(int)> onSwitchCommand;
+    std::function<void(CFigContext*, FigObject*)> onAttributesBar;
 
     void clear();
 };

@@ -1,15 +1,16 @@
 # shellcheck shell=bash
 # Sourced after display.sh: a user's hand in the main window of 1280 by 800 pixels. Places on the
-# canvas are centimetres of the page at zoom 100 %. Nothing waits for a time: events of one window
-# come in their order, and what opens another window is waited for.
+# canvas are centimetres of the page at zoom 100 %, unless the script sets place_pixels. Nothing
+# waits for a time: events of one window come in their order, and what opens another window is
+# waited for.
 
-# start_editor [FIGURE...]: with settings as a new user has them, but for the place of the window.
-# Sets editor, main (its window) and the place of the canvas.
+# start_editor [FIGURE...]: with settings as a new user has them, but for the place of the window and
+# the lines of more_settings. Sets editor, main (its window) and the place of the canvas.
 start_editor() {
     local settings=$XDG_CONFIG_HOME/Orvalt
     mkdir -p "$settings"
-    printf '[General]\nwindow%%20position=@Point(0 0)\nwindow%%20size=@Size(1280 800)\n' \
-        >"$settings/Orvalt.conf"
+    printf '[General]\nwindow%%20position=@Point(0 0)\nwindow%%20size=@Size(1280 800)\n%s\n' \
+        "${more_settings:-}" >"$settings/Orvalt.conf"
     (cd "$work" && exec "$ORVALT" "$@") >"$work/out" 2>&1 &
     editor=$!
     wait_for "the program starts" window_named "Orvalt - "
@@ -49,10 +50,12 @@ click() {
 
 # --- canvas -------------------------------------------------------------------------
 
-# pixel X Y: sets px, py. A centimetre is 80/2.54 pixels.
+place_pixels=80/2.54 # a centimetre; 1/15 makes the places figure units
+
+# pixel X Y: sets px, py.
 pixel() {
-    read -r px py < <(awk -v x="$1" -v y="$2" -v left="$canvas_x" -v top="$canvas_y" \
-        'BEGIN { printf "%.0f %.0f\n", left + x * 80 / 2.54, top + y * 80 / 2.54 }')
+    read -r px py < <(awk "BEGIN { printf \"%.0f %.0f\\n\", $canvas_x + $1 * $place_pixels, \
+        $canvas_y + $2 * $place_pixels }")
 }
 
 move() {
@@ -74,13 +77,24 @@ right() {
     xdotool click 3
 }
 
-# drag X Y X Y: with the left button, and a stop on the way.
-drag() {
+# hold X Y X Y: drags with the left button, with a stop on the way, and does not let go.
+hold() {
     move "$1" "$2"
     xdotool mousedown 1
-    move "$(awk "BEGIN { print ($1 + $3) / 2 }")" "$(awk "BEGIN { print ($2 + $4) / 2 }")"
+    move "($1 + $3) / 2" "($2 + $4) / 2"
     move "$3" "$4"
+}
+
+drag() {
+    hold "$@"
     xdotool mouseup 1
+}
+
+# with_key KEY COMMAND...: while the key is held.
+with_key() {
+    xdotool windowfocus "$main" keydown "$1"
+    "${@:2}"
+    xdotool keyup "$1"
 }
 
 # key KEY...: to the main window. No window manager gives the focus back when a dialog has gone.
@@ -109,6 +123,14 @@ click_tool() {
 tool() {
     click_tool "$1" 136 "${drawing_tools[@]}"
     click_tool "$1" 258 "${manipulation_tools[@]}"
+}
+
+# button NAME: of the tool rows.
+button() {
+    local -A columns=([alignLeft]=252 [alignCenterH]=285 [alignRight]=318 [alignTop]=358
+        [alignCenterV]=391 [alignBottom]=424 [alignCenterHV]=457
+        [create]=506 [break]=539 [open]=572 [close]=605)
+    click "${columns[$1]}" 80
 }
 
 # A menu is a window of its own, without a name of ours: it is told by their number.

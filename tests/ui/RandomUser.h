@@ -1,5 +1,7 @@
-// A user of whom nothing is known: chance, and what it does at dialogs.
+// A user of whom nothing is known: what it does at dialogs.
 #pragma once
+
+#include "Dice.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -9,25 +11,6 @@
 #include <QPointer>
 #include <QSpinBox>
 #include <QTimer>
-
-#include <iterator>
-#include <random>
-
-/// Chance, in whole numbers.
-class Dice {
-public:
-    explicit Dice(unsigned seed) : bits(seed) {}
-    int below(int bound) { return bound > 0 ? int(bits() % unsigned(bound)) : 0; }
-    int between(int low, int high) { return low + below(high - low + 1); }
-    bool oneIn(int count) { return below(count) == 0; }
-    template <typename List> auto any(const List& list) -> decltype(*std::begin(list))
-    {
-        return *std::next(std::begin(list), below(int(list.size())));
-    }
-
-private:
-    std::mt19937 bits;
-};
 
 /// Stands for the user at dialogs that come up: types something, confirms, cancels or closes, and
 /// may change the size of the window underneath before that.

@@ -2,8 +2,9 @@
 // All steps can be taken back and done again.
 #pragma once
 
-#include "FigureFaults.h"
 #include "Gesture.h"
+#include "Histories.h"
+#include "RandomPlace.h"
 #include "RandomUser.h"
 
 #include "edit/e_clipboard.h"
@@ -43,11 +44,11 @@ public:
     }
 
     int events = 0;
-    int histories = 0; ///< how often all was taken back and done again
-    int mostSteps = 0; ///< longest history of these
     int mostLinks = 0; ///< greatest number of links in one figure
 
     int dialogs() const { return user.count; }
+    int histories() const { return history.count; }
+    int mostSteps() const { return history.mostSteps; }
 
 protected:
     /// Something that may come between any two events of a gesture.
@@ -70,12 +71,17 @@ protected:
         serveActiveDocument();
         if (!fault.isEmpty())
             return;
-        QString found = gestureFault(documents());
+        QList<CFigContext*> contexts;
+        for (QTChildFrm* child : documents())
+            contexts.append(child->figContext);
+        QString found = gestureFault(contexts);
         for (QTChildFrm* child : documents()) {
             if (found.isEmpty())
-                found = figureFault(child->figContext);
+                found = history.faultOf(child->figContext);
+            if (found.isEmpty() && child->painter.isActive())
+                found = "the painter is still at work";
             mostLinks = qMax(mostLinks, linkCount(child->figContext));
-            knowBeginning(child);
+            history.knowBeginning(child->figContext);
         }
         if (!found.isEmpty())
             blame(found);
@@ -157,61 +163,20 @@ protected:
         if (root.isEmpty() || dice.oneIn(3))
             return {20 * dice.between(1, 40), 20 * dice.between(1, 25)};
         FigObject* object = dice.any(root);
-        const QPoint point = pointOf(object);
+        const QPoint point = anyPointOf(object, dice);
         QPoint pixel(pixelX(ctx(), point.x()), pixelY(ctx(), point.y()));
         pixel += QPoint(dice.between(-1, 1), dice.between(-1, 1)) * dice.below(2);
         return {qBound(-100, pixel.x(), 3000), qBound(-100, pixel.y(), 3000)};
     }
-    QPoint pointOf(FigObject* object)
-    {
-        if (FigPath* path = chainOwner(object)) {
-            const FigPoint* point = path->getPoint(dice.below(path->getNumPoints()));
-            return {point->x, point->y};
-        }
-        switch (object->type) {
-        case O_ELLIPSE: {
-            const auto* ellipse = static_cast<FigEllipse*>(object);
-            const FigPoint* points[] = {&ellipse->center, &ellipse->start, &ellipse->end};
-            const FigPoint* point = points[dice.below(3)];
-            return {point->x, point->y};
-        }
-        case O_ARC: {
-            const FigPoint& point = static_cast<FigArc*>(object)->point[dice.below(3)];
-            return {point.x, point.y};
-        }
-        case O_TEXT:
-            return {static_cast<FigText*>(object)->x, static_cast<FigText*>(object)->y};
-        default: {
-            const auto* compound = static_cast<FigCompound*>(object);
-            return {dice.oneIn(2) ? compound->nwcorner.x : compound->secorner.x,
-                    dice.oneIn(2) ? compound->nwcorner.y : compound->secorner.y};
-        }
-        }
-    }
 
     // --- history --------------------------------------------------------------------------
-
-    QByteArray stateOf(CFigContext* context) const
-    {
-        return kind.exact ? normalText(context) : skeleton(context->drawing.objects);
-    }
-
-    /// How a document begins, as soon as it is met: without steps.
-    void knowBeginning(QTChildFrm* child)
-    {
-        CFigContext* context = child->figContext;
-        if (beginnings.contains(context->documentNumber) || gestureContext == context)
-            return;
-        if (context->undoQueue.undoCount() + context->undoQueue.redoCount() == 0)
-            beginnings.insert(context->documentNumber, stateOf(context));
-    }
 
     void tellHistory()
     {
         if (!fault.isEmpty())
             return;
         note("history");
-        ++histories;
+        ++history.count;
         gesture.shift(false).control(false).tool(CMD_SELECT);
         if (action_on || gestureContext || canvas_leftbut_proc != init_tagging)
             return blame("a gesture goes on after another tool was chosen");
@@ -223,27 +188,10 @@ protected:
 
     void tellHistoryOf(QTChildFrm* child)
     {
-        CFigContext* context = child->figContext;
-        UndoQueue& queue = context->undoQueue;
-        const QByteArray now = stateOf(context);
-        const int steps = queue.undoCount();
-        mostSteps = qMax(mostSteps, steps);
-        while (queue.undoCount() > 0)
-            child->undo();
-        compare(context, beginnings.value(context->documentNumber), "taken back");
-        while (queue.undoCount() < steps)
-            child->redo();
-        compare(context, now, "done again");
-    }
-
-    void compare(CFigContext* context, const QByteArray& wanted, const char* when)
-    {
-        const QString broken = figureFault(context);
-        const QByteArray is = stateOf(context);
-        if (!broken.isEmpty())
-            blame(QString("%1, all being %2").arg(broken, when));
-        else if (is != wanted)
-            blame(QString("all being %1, %2").arg(when, firstDifference(is, wanted)));
+        const QString found = history.tell(
+            child->figContext, [=] { child->undo(); }, [=] { child->redo(); });
+        if (!found.isEmpty())
+            blame(found);
     }
 
     QString fault; ///< the first one; the walk ends with it
@@ -253,11 +201,11 @@ protected:
     WindowFixture fixture{{1100, 750}};
     Gesture gesture{fixture};
     DialogDice user{&dice, fixture.window.get(), !kind.exact};
+    Histories history{kind.exact};
 
 private:
     static constexpr int keptNotes = 30;
 
-    QHash<unsigned long, QByteArray> beginnings; ///< by number of the document
-    QStringList notes;                           ///< the last events
+    QStringList notes; ///< the last events
     bool isTraced = false;
 };

@@ -1,6 +1,7 @@
 // The attribute panels with real widgets: which controls each has, what they show, what typing
 // into them does, and that all panels show one state.
 #include "AttributeState.h"
+#include "EveryPage.h"
 #include "WindowFixture.h"
 
 #include "render/Font.h"
@@ -149,7 +150,7 @@ const UpdateRow updateRows[] = {
 };
 
 struct PanelFixture : WindowFixture {
-    explicit PanelFixture(QSize size = {1280, 800}) : WindowFixture(size) {}
+    explicit PanelFixture(QSize size = {1280, 800}) : WindowFixture(size) { showEveryPage(stack); }
 
     ContextPanel* stack = window->findChild<ContextPanel*>();
     Handler* handler = window->attributes();
@@ -553,6 +554,34 @@ private slots:
         QCOMPARE(fixture.steps(), 1);
         fixture.context->undoQueue.undo();
         QCOMPARE(line->depth, 50);
+    }
+
+    void returnGivesTheKeysBackToTheDocument()
+    {
+        PanelFixture fixture;
+        FigLine* line = fixture.addLine(600, 600, 1200, 1200);
+        fixture.window->activateWindow();
+        fixture.select(line);
+        auto* width = fixture.control<QSpinBox>(POLYLINE_PAGE, "lineWidth");
+        typeInto(width, "5");
+        QCOMPARE(line->thickness, 5);
+        QVERIFY(!width->hasFocus());
+        QWidget* served = QApplication::focusWidget();
+        QVERIFY(served);
+        QTest::keyClick(served, Qt::Key_Delete);
+        QVERIFY(fixture.context->drawing.objects.isEmpty());
+    }
+
+    void returnInTheSizeOfATextGivesTheKeysBackToo()
+    {
+        PanelFixture fixture;
+        fixture.selectedText();
+        fixture.window->activateWindow();
+        typeInto(fixture.control<QComboBox>(13, "fontSize"), "30");
+        QWidget* served = QApplication::focusWidget();
+        QVERIFY(served);
+        QTest::keyClick(served, Qt::Key_Delete);
+        QVERIFY(fixture.context->drawing.objects.isEmpty());
     }
 
     void undoInAFieldTakesAStepOfTheDocumentBack()

@@ -402,6 +402,23 @@ private slots:
         QVERIFY(!shift_down);
     }
 
+    // Pressed in a panel, which had the keys until the click that brings the focus.
+    void keyThatIsHeldCountsForTheClickThatBringsTheFocus()
+    {
+        WindowFixture fixture;
+        QFocusEvent click(QEvent::FocusIn, Qt::MouseFocusReason);
+        QFocusEvent other(QEvent::FocusIn, Qt::OtherFocusReason);
+        sendKey(fixture.window.get(), QEvent::KeyPress, Qt::Key_A, Qt::ShiftModifier);
+        QCoreApplication::sendEvent(fixture.child, &other);
+        QVERIFY(!shift_down);
+        QCoreApplication::sendEvent(fixture.child, &click);
+        QVERIFY(shift_down && !ctrl_down);
+        sendKey(fixture.window.get(), QEvent::KeyPress, Qt::Key_A, Qt::ControlModifier);
+        QCoreApplication::sendEvent(fixture.child, &click);
+        QVERIFY(!shift_down && ctrl_down);
+        sendKey(fixture.window.get(), QEvent::KeyRelease, Qt::Key_A, Qt::NoModifier);
+    }
+
     void arrowsAndEscapeAreNotPassedOn()
     {
         WindowFixture fixture({520, 500});

@@ -124,6 +124,16 @@ private slots:
                         allRecords + polyline(8, "1200 3900 1800 3900 2400 3900"));
     }
 
+    void whatWasCopiedLooksDeselectedAfterThePaste()
+    {
+        Gesture gesture = scene();
+        gesture.left(900, 600).shiftLeft(2700, 600);
+        paste(copy(gesture)).left(1800, 3900);
+        const QImage shown = image(gesture);
+        QCOMPARE(selected(gesture), (QList<long>{9, 10}));
+        QVERIFY(shown == redrawn(gesture));
+    }
+
     void whatWasPastedLooksSelectedAtOnce()
     {
         Gesture gesture = sceneWithBoxCopied();

@@ -1,6 +1,7 @@
 // The palette with real widgets: what it shows of a document, what each choice does to the
 // document and its selected object, and the user colours.
 #include "DialogDriver.h"
+#include "EveryPage.h"
 #include "WindowFixture.h"
 
 #include "render/colorFunctions.h"
@@ -324,6 +325,7 @@ private slots:
     void sampleIsTheIconOfThePanels()
     {
         const PaletteFixture fixture;
+        showEveryPage(fixture.window->findChild<ContextPanel*>());
         fixture.click(fixture.swatch(fixture.fill(), 4));
         fixture.click(fixture.shades()[20]);
         int checked = 0;

@@ -256,8 +256,6 @@ private slots:
         QCOMPARE(image(gesture), redrawn(gesture));
         // And so does a drag across it.
         gesture.drag(900, 900, 900, 3000).undo();
-        image(gesture).save("/tmp/w_a.png");
-        redrawn(gesture).save("/tmp/w_b.png");
         QCOMPARE(pixelAt(gesture, 1200, 3000), outside);
         close(gesture);
         QVERIFY(!isCompoundOpen(gesture.context()));
@@ -277,6 +275,18 @@ private slots:
         QVERIFY(!gesture.context()->modified);
         QCOMPARE(current(gesture), 1L);
         QCOMPARE(selected(gesture), QList<long>{1});
+    }
+
+    // Page 4 is that of compounds, 6 the empty one.
+    void thePanelIsThatOfWhatIsSelectedThen()
+    {
+        Gesture gesture = group();
+        open(gesture);
+        QCOMPARE(pageOf(gesture), 6);
+        close(gesture);
+        QCOMPARE(pageOf(gesture), 4);
+        windowOf(gesture)->onBreakCompound();
+        QCOMPARE(pageOf(gesture), 6);
     }
 
     // --- work inside ------------------------------------------------------------------------

@@ -199,6 +199,16 @@ private slots:
         QCOMPARE(pageOf(gesture), 6);
     }
 
+    void escapeLeavesNoButtonOfASelection()
+    {
+        Gesture gesture = selectedBox();
+        QSignalSpy compounds(gesture.window().child, &QTChildFrm::compoundButtonsStateChanged);
+        QSignalSpy align(gesture.window().child, &QTChildFrm::alignButtonsStateChanged);
+        gesture.key(Qt::Key_Escape);
+        QCOMPARE(compounds.value(0), QVariantList({false, false, false, false}));
+        QCOMPARE(align.value(0), QVariantList{false});
+    }
+
     void escapeInADrawingToolKeepsItsPanel()
     {
         Gesture gesture = draw(CMD_BOX);
@@ -454,6 +464,20 @@ private slots:
         QCOMPARE(gesture.last<FigLine>()->points->x, 1800);
         gesture.undo().undo();
         QCOMPARE(gesture.count(), 0);
+    }
+
+    // Page 14 has the angle of a turn, 16 the boxes of the update tool.
+    void undoLeavesAToolItsPanel()
+    {
+        Gesture gesture = draw(CMD_BOX);
+        addBox(gesture, 1200, 1200, 2400, 2400);
+        for (const auto& [command, page] : {std::pair(CMD_ROTATE_CW, 14), std::pair(CMD_UPDATE, 16)}) {
+            gesture.tool(command);
+            gesture.undo();
+            QCOMPARE(pageOf(gesture), page);
+            gesture.redo();
+            QCOMPARE(pageOf(gesture), page);
+        }
     }
 
     void undoAndRedoShowThePanelOfWhatIsSelectedThen()

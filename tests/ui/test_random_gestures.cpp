@@ -9,17 +9,6 @@
 
 #include <QDirIterator>
 
-namespace {
-
-unsigned setting(const char* name, unsigned otherwise)
-{
-    bool isNumber = false;
-    const unsigned value = qEnvironmentVariable(name).toUInt(&isNumber);
-    return isNumber ? value : otherwise;
-}
-
-} // namespace
-
 class TestRandomGestures : public QObject {
     Q_OBJECT
 
@@ -64,8 +53,8 @@ private slots:
 
     void anyHistoryKeepsTheFiguresSoundAndCanBeTakenBack()
     {
-        const unsigned first = setting("ORVALT_SEED", 1);
-        const unsigned walks = setting("ORVALT_WALKS", 8);
+        const unsigned first = walkSetting("ORVALT_SEED", 1);
+        const unsigned walks = walkSetting("ORVALT_WALKS", 8);
         for (unsigned seed = first; seed < first + walks; ++seed) {
             init();
             walk(seed);
@@ -84,9 +73,9 @@ private:
         WalkKind kind;
         kind.exact = seed % 2 == 0;
         GestureWalk walk(seed, kind, seed % 4 < 2 ? figures.filePath(name) : QString());
-        const QString fault = walk.run(int(setting("ORVALT_STEPS", 1500)));
+        const QString fault = walk.run(int(walkSetting("ORVALT_STEPS", 1500)));
         qInfo("seed %u: %d events, %d histories of up to %d steps, %d dialogs, up to %d links",
-              seed, walk.events, walk.histories, walk.mostSteps, walk.dialogs(), walk.mostLinks);
+              seed, walk.events, walk.histories(), walk.mostSteps(), walk.dialogs(), walk.mostLinks);
         QVERIFY2(fault.isEmpty(), qPrintable(QString("seed %1: %2").arg(seed).arg(fault)));
     }
 

@@ -4,6 +4,7 @@
 #include "edit/command.h"
 #include "edit/e_clipboard.h"
 #include "edit/e_copy.h"
+#include "edit/e_library.h"
 #include "edit/mode.h"
 #include "edit/u_reshaping.h"
 #include "fileio/f_save.h"
@@ -11,7 +12,6 @@
 #include "model/FigContext.h"
 #include "model/ObjectFunctions.h"
 #include "model/w_layers.h"
-#include "ui/QTChildFrm.h"
 
 #include <QSet>
 #include <QTextStream>
@@ -125,6 +125,8 @@ inline QString chainFault(FigObject* object)
         if (point->link && point->link->srcPoint != point)
             return "a link is not that of its point";
     }
+    if (object->type == O_POLYLINE && object->sub_type == T_POLYGON && count < 3)
+        return "a polygon has fewer than three points";
     if (object->type != O_SPLINE)
         return {};
     for (auto* factor = static_cast<FigSpline*>(object)->sfactors; factor; factor = factor->next)
@@ -137,7 +139,11 @@ inline QString depthFault(CFigContext* ctx, const QList<FigObject*>& all)
     const QSet<FigObject*> preview = previewOf(ctx);
     QVector<int> depths(NUM_DEPTHS);
     QVector<DepthCounts> counts(NUM_DEPTHS);
-    for (const FigObject* object : all) {
+    QList<FigObject*> counted = all;
+    // A drawing of the library is counted as soon as its placing begins.
+    if (curLibDrawing && gestureContext == ctx)
+        collectObjects(*ctx->movedObjects, &counted);
+    for (const FigObject* object : qAsConst(counted)) {
         if (object->type == O_COMPOUND || preview.contains(const_cast<FigObject*>(object)))
             continue;
         if (object->depth < 0 || object->depth > MAX_DEPTH)
@@ -171,13 +177,16 @@ inline int linkCount(CFigContext* ctx)
     return count;
 }
 
-/// No object in the figure is linked to one that has left it.
-inline QString linkFault(const QList<FigObject*>& all, const QSet<long>& ids)
+/// No object in the figure is linked to one that has left it. A deletion takes off the links of its
+/// own list alone, so what was a member of a compound may leave some behind.
+inline QString linkFault(const QList<FigObject*>& all, const QSet<long>& ids,
+                         const QSet<long>& wereMembers)
 {
     for (FigObject* object : all) {
         FigPath* path = chainOwner(object);
         for (const FigPoint* point = path ? path->points : nullptr; point; point = point->next)
-            if (point->link && !ids.contains(point->link->targetObjId))
+            if (point->link && !ids.contains(point->link->targetObjId) &&
+                !wereMembers.contains(point->link->targetObjId))
                 return QString("object %1 is linked to %2, which has gone")
                     .arg(object->id)
                     .arg(point->link->targetObjId);
@@ -201,8 +210,20 @@ inline QString restFault(CFigContext* ctx)
     return {};
 }
 
-/// What is wrong with a document; empty where nothing is.
-inline QString figureFault(CFigContext* ctx)
+/// Adds the ids of what lies in compounds.
+inline void collectMemberIds(CFigContext* ctx, QSet<long>* found)
+{
+    QList<FigObject*> members;
+    for (FigObject* object : qAsConst(ctx->drawing.objects))
+        if (object->type == O_COMPOUND)
+            collectObjects(*static_cast<FigCompound*>(object)->objects, &members);
+    for (const FigObject* member : qAsConst(members))
+        found->insert(member->id);
+}
+
+/// What is wrong with a document; empty where nothing is. wereMembers has the ids of all that ever
+/// was a member of a compound.
+inline QString figureFault(CFigContext* ctx, const QSet<long>& wereMembers = {})
 {
     const QList<FigObject*> all = objectsOf(ctx);
     QSet<long> ids;
@@ -223,25 +244,20 @@ inline QString figureFault(CFigContext* ctx)
     if (ctx->openCompoundObjects &&
         !getCompoundByObjectList(&ctx->drawing.objects, ctx->openCompoundObjects))
         return "the open list is of no compound in the figure";
-    if (ctx->chFrm && ctx->chFrm->painter.isActive())
-        return "the painter is still at work";
-    for (const QString& fault : {restFault(ctx), linkFault(all, ids), depthFault(ctx, all)})
+    for (const QString& fault : {restFault(ctx), linkFault(all, ids, wereMembers), depthFault(ctx, all)})
         if (!fault.isEmpty())
             return fault;
     return {};
 }
 
 /// What is wrong with the gesture of the process; documents are those that are open.
-inline QString gestureFault(const QList<QTChildFrm*>& documents)
+inline QString gestureFault(const QList<CFigContext*>& documents)
 {
-    const bool isOwned =
-        std::any_of(documents.cbegin(), documents.cend(), [](const QTChildFrm* document) {
-            return document->figContext == gestureContext;
-        });
+    const bool isOwned = documents.contains(gestureContext);
     if (gestureContext && !isOwned)
         return "the gesture is that of a document that has gone";
     if (gestureContext)
-        return gestureContext->movedObjects && !canvas_locmove_proc2
+        return gestureContext->movedObjects && !canvas_locmove_proc2 && !curLibDrawing
                    ? "objects are held that no pointer moves"
                    : QString();
     if (action_on || elastic_proc || canvas_leftbutUp_proc || canvas_locmove_proc2)
