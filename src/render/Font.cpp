@@ -284,19 +284,23 @@ bool drawsPixels(const QPainter* painter)
     return painter->paintEngine()->type() == QPaintEngine::Raster;
 }
 
-/// With its base line from the origin of the painter's transformation.
-void drawString(QPainter* painter, const FigText* text, int pixelSize, bool isTurned)
+/// The glyphs that are kept of a text; null when it is to be drawn as text.
+const QList<QGlyphRun>* keptGlyphs(const QPainter* painter, const FigText* text, int pixelSize)
 {
-    Face* face = faceForText(text, pixelSize);
-    const QList<QGlyphRun>* runs =
-        face && !isTurned && drawsPixels(painter) ? faceCache->runs(*face, text->cstring) : nullptr;
-    if (runs) {
-        for (const QGlyphRun& run : *runs)
-            painter->drawGlyphRun(QPointF(0, 0), run);
-        return;
-    }
-    painter->setFont(face ? face->font : QFont());
+    Face* face = drawsPixels(painter) ? faceForText(text, pixelSize) : nullptr;
+    return face ? faceCache->runs(*face, text->cstring) : nullptr;
+}
+
+void drawTurned(QPainter* painter, const FigText* text, const QPoint& base, int degrees,
+                int pixelSize)
+{
+    painter->translate(base);
+    // A painter that is turned by nothing sets up its matrix all the same.
+    if (degrees != 0)
+        painter->rotate(degrees);
+    painter->setFont(fontForText(text, pixelSize));
     painter->drawText(QPointF(0, 0), text->cstring);
+    painter->resetTransform();
 }
 
 bool showsText(int mode)
@@ -319,18 +323,21 @@ void pw_text(CFigContext* ctx, int x, int y, int mode, FigText* text)
     QPainter* painter = ctx->painter;
     if (!painter || !painter->isActive())
         return;
-    const QPoint start = startOfText(text);
-    painter->translate(pixelX(ctx, saturatedInt(static_cast<long long>(x) + start.x())),
-                       pixelY(ctx, saturatedInt(static_cast<long long>(y) + start.y())));
-    // Whole degrees. A painter that is turned by nothing sets up its matrix all the same.
-    const int degrees = round2(-text->angle * 180.0 / M_PI);
-    if (degrees != 0)
-        painter->rotate(degrees);
-    if (showsText(mode)) {
-        painter->setPen(getQColor(&ctx->userColorShades, text->color, mode, true));
-        drawString(painter, text, pixelSize, degrees != 0);
+    if (!showsText(mode)) {
+        painter->resetTransform();
+        return;
     }
-    painter->resetTransform();
+    const QPoint start = startOfText(text);
+    const QPoint base(pixelX(ctx, saturatedInt(static_cast<long long>(x) + start.x())),
+                      pixelY(ctx, saturatedInt(static_cast<long long>(y) + start.y())));
+    const int degrees = round2(-text->angle * 180.0 / M_PI); // whole ones
+    painter->setPen(getQColor(&ctx->userColorShades, text->color, mode, true));
+    const bool isPlain = degrees == 0 && painter->worldTransform().isIdentity();
+    const QList<QGlyphRun>* glyphs = isPlain ? keptGlyphs(painter, text, pixelSize) : nullptr;
+    if (!glyphs)
+        return drawTurned(painter, text, base, degrees, pixelSize);
+    for (const QGlyphRun& run : *glyphs)
+        painter->drawGlyphRun(base, run);
 }
 
 void pw_textrectangle(CFigContext* ctx, FigText* text)

@@ -274,10 +274,10 @@ void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude
 }
 
 void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude,
-                 const SeenArea* area, const std::function<void(FigObject*)>& flag)
+                 const SeenArea* area, WholeClip* clip, const std::function<void(FigObject*)>& flag)
 {
     clearcounts(ctx);
-    DepthWalk walk(ctx, exclude, area, nullptr);
+    DepthWalk walk(ctx, exclude, area, clip);
     walk.collect(list, flag);
     walk.draw();
 }

@@ -81,7 +81,8 @@ void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude
 /// The same for a figure whose ignore flags are not set yet: flag sets those of an object of the
 /// list before that is looked at, so that a large figure is walked once.
 void drawByDepth(CFigContext* ctx, const FigObjectList& list, FigObject* exclude,
-                 const SeenArea* area, const std::function<void(FigObject*)>& flag);
+                 const SeenArea* area, WholeClip* clip,
+                 const std::function<void(FigObject*)>& flag);
 
 /// An object of a drawing and where it lies when a compound is open.
 struct PlacedObject {

@@ -70,9 +70,29 @@ QPoint pixelOf(CFigContext* ctx, int x, int y)
     return QPoint(pixelX(ctx, x), pixelY(ctx, y));
 }
 
+/// Sets the ignore flags of an object of the top level, and notes it if it has markers: one walk
+/// does both and draws.
+template <class Flagger> auto flagAndNote(const Flagger& flagger, FigObjectList* marked)
+{
+    return [&flagger, marked](FigObject* object) {
+        flagger(object);
+        if (object->marked != 0)
+            marked->append(object);
+    };
+}
+
+/// Of the drawing's top level only those are given that have markers. The list or object without
+/// them gives the form of refresh_pointmarker.
+template <class Unmarked>
+void showMarkers(CFigContext* ctx, const FigObjectList& marked, Unmarked* unmarked)
+{
+    if (ctx->getWorkingRoot() == &ctx->drawing.objects)
+        refresh_pointmarker(ctx, marked, unmarked);
+    else
+        refresh_pointmarker(ctx, unmarked);
+}
+
 /// Background, grid, objects and markers within a rectangle of the canvas. Leaves no clip behind.
-/// The list or object without markers gives the form of refresh_pointmarker. The flagger sets the
-/// ignore flag of an object; it and the marked objects come from the one walk that draws.
 template <class Unmarked, class Flagger>
 void repaintClipped(CFigContext* ctx, const QRect& clip, const QPoint& from, const QPoint& to,
                     FigObject* exclude, Unmarked* unmarked, const Flagger& flagger)
@@ -82,25 +102,31 @@ void repaintClipped(CFigContext* ctx, const QRect& clip, const QPoint& from, con
     paintGround(ctx, from, to);
     const SeenArea area(ctx, clip.normalized());
     FigObjectList marked;
-    drawByDepth(ctx, ctx->drawing.objects, exclude, &area, [&](FigObject* object) {
-        flagger(object);
-        if (object->marked != 0)
-            marked.append(object);
-    });
-    if (ctx->getWorkingRoot() == &ctx->drawing.objects)
-        refresh_pointmarker(ctx, marked, unmarked);
-    else
-        refresh_pointmarker(ctx, unmarked);
+    drawByDepth(ctx, ctx->drawing.objects, exclude, &area, nullptr, flagAndNote(flagger, &marked));
+    showMarkers(ctx, marked, unmarked);
     ctx->painter->setClipRect(clip, Qt::NoClip);
 }
 
-/// Objects of a full redraw.
+void clearFlags(FigObject* object)
+{
+    clearIgnoreFlag(object);
+    if (object->type == O_COMPOUND)
+        applyFunction(static_cast<FigCompound*>(object)->objects, clearIgnoreFlag);
+}
+
+/// Objects and markers of a full redraw.
 void drawAllObjects(CFigContext* ctx)
 {
     const QPaintDevice* device = ctx->painter->device();
     const SeenArea area(ctx, QRect(0, 0, device->width(), device->height()));
-    WholeClip clip(ctx->painter);
-    drawByDepth(ctx, ctx->drawing.objects, nullptr, &area, &clip);
+    FigObject* const none = nullptr;
+    FigObjectList marked;
+    {
+        WholeClip clip(ctx->painter);
+        drawByDepth(ctx, ctx->drawing.objects, none, &area, &clip,
+                    flagAndNote(clearFlags, &marked));
+    }
+    showMarkers(ctx, marked, none);
 }
 
 // --- what touches a box --------------------------------------------------------------
@@ -272,13 +298,11 @@ void redisplay_viewport(CFigContext* ctx, int width, int height)
         return;
     ++numRedraws;
     clear_canvas(ctx, gridPreferences.backgroundColour, 0, 0, width, height);
-    applyFunction(&ctx->drawing.objects, clearIgnoreFlag);
     replayFeedback(ctx);
     if (ctx->gridOn)
         drawGrid(ctx, width, height);
     drawPageborders(ctx);
     drawAllObjects(ctx);
-    refresh_pointmarker(ctx);
 }
 
 void redisplay_objects(CFigContext* ctx)

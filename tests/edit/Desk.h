@@ -78,7 +78,7 @@ public:
     int count() const { return int(documents.size()); }
     int indexOf(CFigContext* ctx) const { return contexts().indexOf(ctx); }
 
-    // --- documents --------------------------------------------------------------------------
+    // --- documents ---------------------------------------------------------------------------
 
     /// A new one, which becomes the active one. An empty canvas size paints nothing.
     CFigContext* open(QSize canvasSize)
@@ -113,7 +113,7 @@ public:
         show(0);
     }
 
-    // --- pointer, pixels of the canvas ----------------------------------------------------------
+    // --- pointer, pixels of the canvas -------------------------------------------------------
 
     QPoint pixelOf(QPoint place) const
     {
@@ -140,8 +140,7 @@ public:
         snapCursor(ctx(), &figX, &figY);
         if (button != Qt::LeftButton || !canvas_leftbutUp_proc)
             return;
-        paint(useAntialiasing(cur_command),
-              [this] { canvas_leftbutUp_proc(ctx(), figX, figY); });
+        paint(useAntialiasing(cur_command), [this] { canvas_leftbutUp_proc(ctx(), figX, figY); });
         noteGesture(ctx());
     }
     void move(QPoint pixel)
@@ -158,7 +157,7 @@ public:
         noteGesture(ctx());
     }
 
-    // --- keys ------------------------------------------------------------------------------------
+    // --- keys --------------------------------------------------------------------------------
 
     void holdShift(bool down)
     {
@@ -184,7 +183,8 @@ public:
             dx = -dx;
             dy = -dy;
         }
-        paint(true, [=] { moveTaggedObjects(ctx(), isHorizontal ? dx : 0, isHorizontal ? 0 : dy); });
+        paint(true,
+              [=] { moveTaggedObjects(ctx(), isHorizontal ? dx : 0, isHorizontal ? 0 : dy); });
         noteGesture(ctx());
     }
 
@@ -197,7 +197,7 @@ public:
         paint(true, [&] { refresh_obj_area(ctx(), removed.get(), true); });
     }
 
-    // --- commands --------------------------------------------------------------------------------
+    // --- commands ----------------------------------------------------------------------------
 
     /// Not while a gesture holds objects: none is pulled away from under it.
     template <typename Work> void edit(Work work)
@@ -205,14 +205,8 @@ public:
         if (!gestureHoldsObjects(ctx()))
             paint(true, work);
     }
-    void undo()
-    {
-        step(&UndoQueue::undo);
-    }
-    void redo()
-    {
-        step(&UndoQueue::redo);
-    }
+    void undo() { step(&UndoQueue::undo); }
+    void redo() { step(&UndoQueue::redo); }
     void deselectAll()
     {
         set_tags(ctx()->getWorkingRoot(), false);
@@ -268,7 +262,7 @@ public:
         return true;
     }
 
-    // --- view ------------------------------------------------------------------------------------
+    // --- view --------------------------------------------------------------------------------
 
     /// As a redraw of the window, which repeats the feedback.
     void redraw()

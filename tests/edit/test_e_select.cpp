@@ -2,7 +2,10 @@
 // copy tool and the delete tool. At 80 dots per inch and zoom 1 a hit may be 30 units off.
 #include "LinkFixture.h"
 #include "ToolFixture.h"
+#include "edit/actions.h"
+#include "edit/e_arrow.h"
 #include "edit/e_clipboard.h"
+#include "edit/e_compound.h"
 #include "edit/e_copy.h"
 #include "edit/e_delete.h"
 #include "edit/e_library.h"
@@ -583,6 +586,27 @@ private slots:
         QVERIFY(!document.ctx.curObject);
         document.ctx.undoQueue.undo();
         QCOMPARE(document.count(), 2);
+    }
+
+    // Counted as soon as the placing begins, whatever counts anew meanwhile.
+    void aDrawingOfTheLibraryStaysCountedWhileItIsPlaced()
+    {
+        Selection document;
+        FigLine* member = with(makeBox(0, 0, 600, 600), document.ctx.getNextId());
+        auto* compound = document.put(makeCompound({member}));
+        open_compound(&document.ctx, compound);
+        CFigContext library;
+        list_add(&library, &library.drawing.objects, with(makeBox(0, 0, 300, 300), 1, 40));
+        document.paint(true, [&] { put_selected(&document.ctx, &library); });
+        QCOMPARE(document.ctx.object_depths[40], 1);
+        auto* change = new ChangeArrowAction(member, compound->objects, ARROW_FORWARD, nullptr);
+        change->execute(&document.ctx);
+        document.ctx.undoQueue.addAction(change);
+        QCOMPARE(document.ctx.object_depths[40], 1);
+        document.moveAndLeft(1800, 1800);
+        QCOMPARE(document.ctx.object_depths[40], 1);
+        QCOMPARE(compound->objects->size(), 2);
+        destroyDragBitmaps();
     }
 
     void aLibraryDrawingIsPlacedByItsMiddle()

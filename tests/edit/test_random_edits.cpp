@@ -34,7 +34,7 @@ private slots:
     {
         EditTally tally;
         const unsigned first = walkSetting("ORVALT_SEED", 1);
-        const unsigned walks = walkSetting("ORVALT_WALKS", 8);
+        const unsigned walks = walkSetting("ORVALT_WALKS", 24);
         for (unsigned seed = first; seed < first + walks && !QTest::currentTestFailed(); ++seed)
             walk(seed, &tally);
         qInfo("%d edits, %d undos, %d redos; %d events, %d broken off, %d interruptions, "

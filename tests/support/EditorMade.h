@@ -30,8 +30,7 @@ inline void makeAsEdited(CFigContext* ctx, FigObjectList* list)
         if (object->type == O_COMPOUND) {
             auto* compound = static_cast<FigCompound*>(object);
             if (compound->isEmpty())
-                compound->objects->append(
-                    with(makeLine({{10, 10}, {500, 700}}), ctx->getNextId()));
+                compound->objects->append(with(makeLine({{10, 10}, {500, 700}}), ctx->getNextId()));
             makeAsEdited(ctx, compound->objects);
         } else if (object->type == O_ARC) {
             auto* arc = static_cast<FigArc*>(object);

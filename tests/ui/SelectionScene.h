@@ -5,8 +5,10 @@
 #include "Gesture.h"
 #include "Records.h"
 
+#include "edit/e_clipboard.h"
 #include "edit/e_select.h"
 #include "edit/u_reshaping.h"
+#include "render/grid.h"
 #include "ui/ContextPanel.h"
 
 #include <QLabel>
@@ -28,6 +30,31 @@ inline const QByteArray box5 = box(5, 645, 3045, 1845, 3645);
 inline const QByteArray box5Reshaped = box(5, 345, 2745, 1845, 3645);
 inline const QByteArray line6 = polyline(6, "3600 3000 4200 3000");
 inline const QByteArray allRecords = box1 + box2 + connector3 + circle4 + box5 + line6;
+
+/// Settings, grids, present attributes and a clipboard of a test's own.
+class EditingStore {
+public:
+    void make()
+    {
+        store.make();
+        loadGridDefinitions();
+    }
+    void end() { destroyGridDefinitions(); }
+    void renew()
+    {
+        store.renew();
+        resetCurrentAttributes();
+    }
+    void leave()
+    {
+        clear_clipboard();
+        resetCurrentAttributes();
+        store.leave();
+    }
+
+private:
+    TestStore store;
+};
 
 inline Gesture scene()
 {

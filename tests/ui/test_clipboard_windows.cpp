@@ -57,23 +57,10 @@ class TestClipboardWindows : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        store.make();
-        loadGridDefinitions();
-    }
-    void cleanupTestCase() { destroyGridDefinitions(); }
-    void init()
-    {
-        store.renew();
-        resetCurrentAttributes();
-    }
-    void cleanup()
-    {
-        clear_clipboard();
-        resetCurrentAttributes();
-        store.leave();
-    }
+    void initTestCase() { store.make(); }
+    void cleanupTestCase() { store.end(); }
+    void init() { store.renew(); }
+    void cleanup() { store.leave(); }
 
     // --- one document -------------------------------------------------------------------
 
@@ -454,7 +441,7 @@ private slots:
     }
 
 private:
-    TestStore store;
+    EditingStore store;
 };
 
 QTEST_MAIN(TestClipboardWindows)

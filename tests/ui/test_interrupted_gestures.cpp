@@ -120,23 +120,10 @@ class TestInterruptedGestures : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        store.make();
-        loadGridDefinitions();
-    }
-    void cleanupTestCase() { destroyGridDefinitions(); }
-    void init()
-    {
-        store.renew();
-        resetCurrentAttributes();
-    }
-    void cleanup()
-    {
-        clear_clipboard();
-        resetCurrentAttributes();
-        store.leave();
-    }
+    void initTestCase() { store.make(); }
+    void cleanupTestCase() { store.end(); }
+    void init() { store.renew(); }
+    void cleanup() { store.leave(); }
 
     // --- what comes in between ----------------------------------------------------------------
 
@@ -451,7 +438,7 @@ private:
         return refusedCommands[command];
     }
 
-    TestStore store;
+    EditingStore store;
 };
 
 QTEST_MAIN(TestInterruptedGestures)

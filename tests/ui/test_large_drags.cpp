@@ -2,9 +2,6 @@
 // is over the canvas is what a redraw makes of it, to the last pixel.
 #include "SelectionScene.h"
 
-#include "edit/e_clipboard.h"
-#include "render/grid.h"
-
 namespace {
 
 /// Filled boxes, thick lines and texts all over the view, above and below what is at depth 50.
@@ -50,23 +47,10 @@ class TestLargeDrags : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        store.make();
-        loadGridDefinitions();
-    }
-    void cleanupTestCase() { destroyGridDefinitions(); }
-    void init()
-    {
-        store.renew();
-        resetCurrentAttributes();
-    }
-    void cleanup()
-    {
-        clear_clipboard();
-        resetCurrentAttributes();
-        store.leave();
-    }
+    void initTestCase() { store.make(); }
+    void cleanupTestCase() { store.end(); }
+    void init() { store.renew(); }
+    void cleanup() { store.leave(); }
 
     void aReleaseLeavesTheCanvasAsARedrawDoes()
     {
@@ -139,7 +123,7 @@ private slots:
     }
 
 private:
-    TestStore store;
+    EditingStore store;
 };
 
 QTEST_MAIN(TestLargeDrags)
