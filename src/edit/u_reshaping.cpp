@@ -23,6 +23,7 @@
 #include <utility>
 
 FigObjectList oldElasticObjectList;
+int objectsWorthNoting = 500;
 
 namespace {
 
@@ -30,25 +31,28 @@ FigObject* const nothingExcluded = nullptr;
 
 // --- showing a step -----------------------------------------------------------------
 
-/// In smaller drawings noting what stands still would gain nothing.
-constexpr int FEW_OBJECTS = 500;
-
 /// Of the gesture in progress; null before its first step and in small drawings.
 std::unique_ptr<StillObjects> stillObjects;
-/// Of those that are gone by now: pixels that were blended from pictures. Canvas pixels.
-QRect blendedBefore;
+/// Where those that are gone by now have blended pictures on a document's canvas.
+struct Blended {
+    unsigned long document = 0;
+    QRect pixels;
+} blendedBefore;
 
 void dropStillObjects()
 {
-    if (stillObjects)
-        blendedBefore |= stillObjects->blendedPixels();
+    if (stillObjects && !stillObjects->blendedPixels().isEmpty()) {
+        if (blendedBefore.document != stillObjects->document())
+            blendedBefore = {stillObjects->document(), QRect()};
+        blendedBefore.pixels |= stillObjects->blendedPixels();
+    }
     stillObjects.reset();
 }
 
 bool isWorthNoting(CFigContext* ctx, const FigObjectList& moving)
 {
     return ctx->painter && ctx->painter->isActive() && StillObjects::canTell(moving) &&
-           countObjects(&ctx->drawing.objects) > FEW_OBJECTS;
+           countObjects(&ctx->drawing.objects) >= objectsWorthNoting;
 }
 
 /// The moving objects, which stand in the document now, and where they were come anew; the other
@@ -172,15 +176,16 @@ void start_feedback()
 {
     deleteObjectList(&oldElasticObjectList);
     dropStillObjects();
-    blendedBefore = QRect();
+    blendedBefore = Blended();
 }
 
 void finish_feedback(CFigContext* ctx)
 {
     dropStillObjects();
-    if (blendedBefore.isEmpty() || !ctx->painter || !ctx->painter->isActive())
+    if (blendedBefore.document != ctx->documentNumber || blendedBefore.pixels.isEmpty() ||
+        !ctx->painter || !ctx->painter->isActive())
         return;
-    const SeenArea area(ctx, std::exchange(blendedBefore, QRect()));
+    const SeenArea area(ctx, std::exchange(blendedBefore, Blended()).pixels);
     refresh_area(ctx, saturatedInt(area.x1), saturatedInt(area.y1), saturatedInt(area.x2),
                  saturatedInt(area.y2), nothingExcluded, false);
 }

@@ -8,6 +8,10 @@
 /// Owned here; emptied with deleteObjectList when a gesture starts or ends.
 extern FigObjectList oldElasticObjectList;
 
+/// In drawings of at least so many objects the first step notes what stands still; in smaller ones
+/// that would gain nothing.
+extern int objectsWorthNoting;
+
 /// A gesture starts: nothing is known of what earlier ones have shown.
 void start_feedback();
 /// The gesture is over, and the objects show as they are. Where its steps have laid pictures over

@@ -194,9 +194,12 @@ QRect StillObjects::rectOf(const std::vector<Mover>& movers, const QRect& clip) 
 }
 
 /// False when the pictures could not be made.
-bool StillObjects::drawByPictures(const QRect& clip, const std::vector<Mover>& movers)
+bool StillObjects::drawByPictures(const QRect& part, const std::vector<Mover>& movers)
 {
-    const auto draw = [this](size_t layer, const QRect& part) { drawLayer(layer, part); };
+    const QRect clip = part & QRect(QPoint(0, 0), view.canvas);
+    if (clip.isEmpty())
+        return true;
+    const auto draw = [this](size_t layer, const QRect& missing) { drawLayer(layer, missing); };
     if (!pictures->complete(ctx, clip, draw))
         return false;
     if (isAllBelow()) {

@@ -30,6 +30,8 @@ public:
     /// Where pictures have been laid over each other, in pixels of the canvas: there edges and text
     /// may differ by a hair from those of objects drawn over each other. Empty without any.
     const QRect& blendedPixels() const { return blended; }
+    /// Number of the document that it is of.
+    unsigned long document() const { return view.document; }
 
 private:
     struct Still {
@@ -64,7 +66,7 @@ private:
     bool isAllBelow() const;
     void drawLayer(size_t layer, const QRect& part) const;
     QRect rectOf(const std::vector<Mover>& movers, const QRect& clip) const;
-    bool drawByPictures(const QRect& clip, const std::vector<Mover>& movers);
+    bool drawByPictures(const QRect& part, const std::vector<Mover>& movers);
     void drawByObjects(const QPoint& from, const QPoint& to, const QRect& clip,
                        const std::vector<Mover>& movers) const;
     QRect reachOf(FigObject* object) const;

@@ -74,6 +74,10 @@ private:
         ++tally->tried[kind];
         const unsigned long document = ctx()->documentNumber;
         const QByteArray before = text();
+        const bool isTakenBack =
+            kind > redoKind && kinds()[kind].comesBack && !gestureContext && dice.oneIn(4);
+        const QByteArray state = isTakenBack ? normalText(ctx()) : QByteArray();
+        const int steps = ctx()->undoQueue.undoCount();
         isChangedBetween = false;
         note(kinds()[kind].name);
         (this->*kinds()[kind].work)();
@@ -82,8 +86,30 @@ private:
         if (dice.oneIn(4) || isTraced)
             look();
         if (fault.isEmpty() && !isChangedBetween && ctx()->documentNumber == document &&
-            isChangedFrom(before))
+            isChangedFrom(before)) {
             count(kind);
+            if (isTakenBack)
+                takeBack(kind, steps, state);
+        }
+    }
+    /// One edit alone comes back to the last digit, and so does what it has made.
+    void takeBack(int kind, int steps, const QByteArray& before)
+    {
+        const UndoQueue& queue = ctx()->undoQueue;
+        if (gestureContext || queue.undoCount() <= steps)
+            return;
+        const int wanted = queue.undoCount();
+        const QByteArray after = normalText(ctx());
+        while (queue.undoCount() > steps)
+            desk.undo();
+        if (normalText(ctx()) != before)
+            return blame(QString("%1, taken back, %2")
+                             .arg(kinds()[kind].name, firstDifference(normalText(ctx()), before)));
+        while (queue.undoCount() < wanted)
+            desk.redo();
+        if (normalText(ctx()) != after)
+            blame(QString("%1, done again, %2")
+                      .arg(kinds()[kind].name, firstDifference(normalText(ctx()), after)));
     }
     void count(int kind)
     {

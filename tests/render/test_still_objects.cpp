@@ -317,6 +317,20 @@ private slots:
         }
     }
 
+    void stepsOutOfSightChangeNothing()
+    {
+        Scene scene({box(300, 300, 900, 5, 1), box(600, 600, 900, 7, 2)});
+        scene.redraw();
+        const FigObjectList moving{scene.at(1)};
+        StillObjects still(&scene.ctx, moving);
+        const QImage before = scene.image.copy();
+        scene.move(moving, -90000, 90000);
+        QVERIFY(scene.step(still, QRect(-90000, 90000, 3000, 3000), moving) == before);
+        QVERIFY(scene.step(still, QRect(-90000, -90000, 100, 100), moving) == before);
+        scene.move(moving, 90000, -90000);
+        QVERIFY(scene.step(still, scene.everywhere(), moving) == before);
+    }
+
     // --- what it knows ---------------------------------------------------------------------------
 
     void objectsWithoutIdsOfTheirOwnCannotBeTold()

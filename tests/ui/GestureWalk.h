@@ -344,7 +344,7 @@ private:
         case 8:
             return handler->onTextAngle(value);
         case 9:
-            return handler->onNumSides(value);
+            return handler->onNumSides(std::max(3, value));
         case 10:
             // Enough for copies of copies.
             handler->onRotnAngle(value);

@@ -7,7 +7,10 @@
 #include "CurrentAttributes.h"
 #include "GestureWalk.h"
 
+#include "edit/u_reshaping.h"
+
 #include <QDirIterator>
+#include <QScopedValueRollback>
 
 class TestRandomGestures : public QObject {
     Q_OBJECT
@@ -72,10 +75,14 @@ private:
         const QString name = names[int(seed / 4) % names.size()];
         WalkKind kind;
         kind.exact = seed % 2 == 0;
+        // Feedback as in a large figure, mostly.
+        const QScopedValueRollback<int> noted(objectsWorthNoting,
+                                              seed % 3 == 0 ? objectsWorthNoting : 1);
         GestureWalk walk(seed, kind, seed % 4 < 2 ? figures.filePath(name) : QString());
         const QString fault = walk.run(int(walkSetting("ORVALT_STEPS", 1500)));
         qInfo("seed %u: %d events, %d histories of up to %d steps, %d dialogs, up to %d links",
-              seed, walk.events, walk.histories(), walk.mostSteps(), walk.dialogs(), walk.mostLinks);
+              seed, walk.events, walk.histories(), walk.mostSteps(), walk.dialogs(),
+              walk.mostLinks);
         QVERIFY2(fault.isEmpty(), qPrintable(QString("seed %1: %2").arg(seed).arg(fault)));
     }
 
