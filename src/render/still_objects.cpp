@@ -122,7 +122,8 @@ void StillObjects::noteMarked(const FigObjectList& moving)
 
 bool StillObjects::serves(const CFigContext* context, const FigObjectList& moving) const
 {
-    if (context != ctx || redraws != redrawsSoFar() || !(View(context) == view))
+    const bool canPaint = context->painter && context->painter->isActive();
+    if (!canPaint || context != ctx || redraws != redrawsSoFar() || !(View(context) == view))
         return false;
     int count = 0;
     bool areKnown = true;

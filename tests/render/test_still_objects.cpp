@@ -362,6 +362,10 @@ private slots:
         QVERIFY(!servesAfter([&] { scene.at(0)->depth = 7; }));
         QVERIFY(!servesAfter([&] { scene.painter.setRenderHint(QPainter::Antialiasing); }));
         StillObjects still(&scene.ctx, moving);
+        scene.ctx.setPainter(nullptr);
+        QVERIFY(!still.serves(&scene.ctx, moving));
+        scene.ctx.setPainter(&scene.painter);
+        QVERIFY(still.serves(&scene.ctx, moving));
         QVERIFY(!still.serves(&scene.ctx, scene.every(1)));
         QVERIFY(!still.serves(&scene.ctx, {scene.at(1)}));
         QVERIFY(!still.serves(&scene.ctx, {}));
