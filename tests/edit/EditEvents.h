@@ -193,7 +193,7 @@ protected:
         if (root()->isEmpty() || dice.oneIn(2))
             return anywhere();
         FigObject* object = dice.any(*root());
-        return dice.oneIn(2) ? anyPointOf(object, dice) : onOutline(ctx(), object, dice);
+        return dice.oneIn(2) ? anyPointOf(object, dice) : onOutline(object, dice);
     }
     FigObject* anyObject(Condition condition)
     {

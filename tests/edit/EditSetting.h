@@ -75,7 +75,7 @@ protected:
     void select(FigObject* object)
     {
         // A gesture that ends may take it along.
-        const QPoint spot = object ? onOutline(ctx(), object, dice) : anywhere();
+        const QPoint spot = object ? onOutline(object, dice) : anywhere();
         if (cur_command != CMD_SELECT || gestureContext || dice.oneIn(4))
             startTool(CMD_SELECT);
         if (dice.oneIn(6))
@@ -102,7 +102,7 @@ protected:
             for (int more = dice.between(1, 3); more > 0 && !root()->isEmpty(); --more) {
                 // Shift would keep the column from one click to the next.
                 desk.holdShift(false);
-                const QPoint spot = onOutline(ctx(), dice.any(*root()), dice);
+                const QPoint spot = onOutline(dice.any(*root()), dice);
                 move(spot);
                 desk.holdShift(true);
                 press(spot);

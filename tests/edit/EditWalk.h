@@ -17,6 +17,8 @@ public:
         void (EditWalk::*work)();
         /// Whether it comes back to the last digit when it is taken back, and is one undo step.
         bool comesBack;
+        int needs =
+            0; ///< type of object, O_TEXT or O_COMPOUND, that is made before if there is none
     };
     static const QVector<Kind>& kinds();
 
@@ -36,7 +38,9 @@ public:
         while (tally->edits() < end && fault.isEmpty()) {
             if (dice.oneIn(8))
                 setUp();
-            perform(chosenKind());
+            const int kind = chosenKind();
+            makeSure(kinds()[kind].needs);
+            perform(kind);
             if (dice.oneIn(300))
                 tellHistory();
             if (dice.oneIn(8))
@@ -57,7 +61,7 @@ private:
         if (dice.oneIn(8))
             return dice.oneIn(2) ? undoKind : redoKind;
         int chosen = -1;
-        for (int attempt = 0; attempt < 3; ++attempt) {
+        for (int attempt = 0; attempt < 4; ++attempt) {
             const int kind = dice.between(redoKind + 1, kinds().size() - 1);
             if (exact && !kinds()[kind].comesBack)
                 continue;
@@ -67,6 +71,20 @@ private:
         return chosen < 0 ? undoKind : chosen;
     }
 
+    static int kindOf(const char* name)
+    {
+        const auto found = std::find_if(kinds().begin(), kinds().end(), [=](const Kind& kind) {
+            return !qstrcmp(kind.name, name);
+        });
+        return int(found - kinds().begin());
+    }
+    void makeSure(int type)
+    {
+        if (type == O_TEXT && !anyObject(isOf<O_TEXT>))
+            perform(kindOf("text"));
+        if (type == O_COMPOUND && !anyObject(isOf<O_COMPOUND>))
+            perform(kindOf("create compound"));
+    }
     void perform(int kind)
     {
         if (!fault.isEmpty())
@@ -215,7 +233,7 @@ private:
         dice.oneIn(2) ? selectSome() : select(anyObject(nullptr));
         if (root()->isEmpty())
             return;
-        const QPoint from = onOutline(ctx(), dice.any(*root()), dice);
+        const QPoint from = onOutline(dice.any(*root()), dice);
         drag(from, place());
     }
     template <Condition condition> void movePoint()
@@ -248,7 +266,7 @@ private:
         if (root()->isEmpty())
             return;
         const QByteArray before = text();
-        click(onOutline(ctx(), dice.any(*root()), dice));
+        click(onOutline(dice.any(*root()), dice));
         move(place());
         if (dice.oneIn(12))
             return breakOff(place(), before);
@@ -262,7 +280,7 @@ private:
         FigObject* object = anyObject(isChain);
         if (!object)
             return;
-        const QPoint from = onOutline(ctx(), object, dice);
+        const QPoint from = onOutline(object, dice);
         dice.oneIn(6) ? click(from) : drag(from, place());
     }
     void deletePoint()
@@ -298,7 +316,7 @@ private:
         cur_numcopies = dice.oneIn(4) ? dice.between(-1, 4) : 1;
         chooseCentre();
         if (!root()->isEmpty())
-            click(onOutline(ctx(), dice.any(*root()), dice), button);
+            click(onOutline(dice.any(*root()), dice), button);
     }
 
     // --- kinds: small edits ------------------------------------------------------------------
@@ -310,7 +328,7 @@ private:
         if (command == CMD_TANGENT || command == CMD_NORMAL)
             cur_tangnormlen = float(dice.between(-100, 2000)) / 37.0f;
         if (!root()->isEmpty())
-            click(onOutline(ctx(), dice.any(*root()), dice));
+            click(onOutline(dice.any(*root()), dice));
     }
     void arrowHead()
     {
@@ -334,7 +352,7 @@ private:
         for (int& isUpdated : updatelist)
             isUpdated = dice.oneIn(8) ? 0 : 1;
         if (!root()->isEmpty())
-            click(onOutline(ctx(), dice.any(*root()), dice),
+            click(onOutline(dice.any(*root()), dice),
                   dice.oneIn(8) ? Qt::RightButton : Qt::LeftButton);
     }
     template <Condition condition> void convert()
@@ -584,7 +602,7 @@ inline const QVector<EditWalk::Kind>& EditWalk::kinds()
         {"copy tool", &EditWalk::copyTool, true},
         {"add point", &EditWalk::addPoint, false},
         {"delete point", &EditWalk::deletePoint, true},
-        {"scale compound", &EditWalk::scaleCompound, false},
+        {"scale compound", &EditWalk::scaleCompound, false, O_COMPOUND},
         {"flip up-down", &EditWalk::turn<CMD_FLIP_UD, Qt::LeftButton>, false},
         {"flip left-right", &EditWalk::turn<CMD_FLIP_LR, Qt::LeftButton>, false},
         {"flip a copy up-down", &EditWalk::turn<CMD_FLIP_UD, Qt::RightButton>, false},
@@ -603,7 +621,7 @@ inline const QVector<EditWalk::Kind>& EditWalk::kinds()
         {"box to box", &EditWalk::convert<isBox>, true},
         {"align", &EditWalk::align, true},
         {"link all", &EditWalk::linkAll, false},
-        {"edit text", &EditWalk::editText, true},
+        {"edit text", &EditWalk::editText, true, O_TEXT},
         {"resize picture", &EditWalk::resizePicture, true},
 
         {"create compound", &EditWalk::group, true},
@@ -627,13 +645,13 @@ inline const QVector<EditWalk::Kind>& EditWalk::kinds()
         {"panel: box radius", &EditWalk::usePanel<ATTR_BOX_RADIUS>, true},
         {"panel: arc type", &EditWalk::usePanel<ATTR_ARC_TYPE>, true},
         {"panel: ellipse angle", &EditWalk::usePanel<ATTR_ELLIPSE_ANGLE>, true},
-        {"panel: font", &EditWalk::usePanel<ATTR_FONT>, true},
-        {"panel: justification", &EditWalk::usePanel<ATTR_TEXT_JUSTIFICATION>, true},
-        {"panel: rigid text", &EditWalk::usePanel<ATTR_TEXT_RIGID>, true},
-        {"panel: special text", &EditWalk::usePanel<ATTR_TEXT_SPECIAL>, true},
-        {"panel: text size", &EditWalk::usePanel<ATTR_FONT_SIZE>, true},
-        {"panel: text angle", &EditWalk::usePanel<ATTR_TEXT_ANGLE>, true},
-        {"panel: PostScript font", &EditWalk::usePanel<ATTR_PS_FONT_FLAG>, true},
+        {"panel: font", &EditWalk::usePanel<ATTR_FONT>, true, O_TEXT},
+        {"panel: justification", &EditWalk::usePanel<ATTR_TEXT_JUSTIFICATION>, true, O_TEXT},
+        {"panel: rigid text", &EditWalk::usePanel<ATTR_TEXT_RIGID>, true, O_TEXT},
+        {"panel: special text", &EditWalk::usePanel<ATTR_TEXT_SPECIAL>, true, O_TEXT},
+        {"panel: text size", &EditWalk::usePanel<ATTR_FONT_SIZE>, true, O_TEXT},
+        {"panel: text angle", &EditWalk::usePanel<ATTR_TEXT_ANGLE>, true, O_TEXT},
+        {"panel: PostScript font", &EditWalk::usePanel<ATTR_PS_FONT_FLAG>, true, O_TEXT},
         {"panel: forward arrow", &EditWalk::useArrowPanel<ARROW_FORWARD>, true},
         {"panel: backward arrow", &EditWalk::useArrowPanel<ARROW_BACKWARD>, true},
     };

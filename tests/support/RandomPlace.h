@@ -34,13 +34,6 @@ inline QPoint anyPointOf(FigObject* object, Dice& dice)
     }
 }
 
-inline QPoint middleOf(CFigContext* ctx, FigObject* object)
-{
-    int left, top, right, bottom;
-    object->getBounds(ctx, &left, &top, &right, &bottom, true, false);
-    return {int((qint64(left) + right) / 2), int((qint64(top) + bottom) / 2)};
-}
-
 inline QPoint onSegment(FigPath* path, Dice& dice)
 {
     const int count = path->getNumPoints();
@@ -109,8 +102,9 @@ inline QPoint onEdge(FigCompound* compound, Dice& dice)
     }
 }
 
-/// A place on the outline, as far as it can be told without drawing it; of a text in its middle.
-inline QPoint onOutline(CFigContext* ctx, FigObject* object, Dice& dice)
+/// A place on the outline, as far as it can be told without drawing it; of a text its base,
+/// which is where it is found.
+inline QPoint onOutline(FigObject* object, Dice& dice)
 {
     switch (object->type) {
     case O_POLYLINE:
@@ -124,6 +118,6 @@ inline QPoint onOutline(CFigContext* ctx, FigObject* object, Dice& dice)
     case O_COMPOUND:
         return onEdge(static_cast<FigCompound*>(object), dice);
     default:
-        return middleOf(ctx, object);
+        return anyPointOf(object, dice);
     }
 }
