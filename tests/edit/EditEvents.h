@@ -108,8 +108,10 @@ protected:
         ++tally->interruptions;
         const unsigned long document = ctx()->documentNumber;
         const QByteArray before = text();
+        const int command = cur_command;
         comeBetween();
-        if (ctx()->documentNumber != document || isChangedFrom(before))
+        // With another tool the rest of the events is another edit.
+        if (ctx()->documentNumber != document || isChangedFrom(before) || cur_command != command)
             isChangedBetween = true;
         look();
         isInterrupting = false;
@@ -256,7 +258,7 @@ protected:
     Histories history;
     Desk desk;
     const bool isTraced = qEnvironmentVariableIsSet("ORVALT_TRACE");
-    bool isChangedBetween = false; ///< an interruption of the edit in work has changed something
+    bool isChangedBetween = false; ///< an interruption of the edit in work has changed it
 
 private:
     static constexpr int keptNotes = 40;
