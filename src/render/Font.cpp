@@ -128,14 +128,6 @@ QList<QGlyphRun> glyphsOf(const QFont& font, const QString& string)
     return layout.glyphRuns();
 }
 
-bool isPlainLatin(const QString& string)
-{
-    constexpr ushort firstCombiningMark = 0x300;
-    return std::all_of(string.begin(), string.end(), [](QChar letter) {
-        return letter.unicode() >= ' ' && letter.unicode() < firstCombiningMark;
-    });
-}
-
 // Making a font, and above all shaping a string, is what measuring and drawing cost; figures repeat
 // their fonts and many of their labels, and redraws repeat them all. Everything is forgotten when a
 // limit is reached.
@@ -232,6 +224,14 @@ Face* faceForText(const FigText* text, int pixelSize)
 }
 
 } // namespace
+
+bool isPlainLatin(const QString& string)
+{
+    constexpr ushort firstCombiningMark = 0x300;
+    return std::all_of(string.begin(), string.end(), [](QChar letter) {
+        return letter.unicode() >= ' ' && letter.unicode() < firstCombiningMark;
+    });
+}
 
 int fontPixelSize(CFigContext* ctx, const FigText* text, double zoom)
 {

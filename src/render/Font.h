@@ -22,6 +22,9 @@ constexpr int NUM_LATEX_FONTS = 6;
 extern const CFontMapEntry fontmapQt[NUM_PS_FONTS];
 extern const char* const latexFonts[NUM_LATEX_FONTS];
 
+/// Whether all of a string lies between the blank and the combining marks, so that nothing in it is
+/// stacked or a control character.
+bool isPlainLatin(const QString& string);
 /// Font height in pixels for the text's size at a zoom.
 int fontPixelSize(CFigContext* ctx, const FigText* text, double zoom);
 /// The QFont of a row (out of range: row 0) at a pixel size of at least 1.

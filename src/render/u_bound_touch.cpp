@@ -2,6 +2,7 @@
 // the present zoom and, if asked for, the exact bounds, so what it says no to needs neither.
 #include "model/FigContext.h"
 #include "model/preferences.h"
+#include "render/Font.h"
 #include "render/gfx_math.h"
 #include "render/u_bound.h"
 #include "render/u_bound_box.h"
@@ -208,12 +209,8 @@ bool arcBox(const View& view, const FigArc* arc, ReachBox& box)
 /// letters do not leave it by more than one.
 double glyphOverhang(const View& view, const FigText* text)
 {
-    constexpr ushort firstCombiningMark = 0x300;
     const double em = 2 * std::abs(static_cast<double>(text->size)) * 1200.0 / 72 * view.anisotropy;
-    const bool isPlain = std::all_of(text->cstring.begin(), text->cstring.end(), [](QChar letter) {
-        return letter.unicode() < firstCombiningMark;
-    });
-    if (view.holds == Holds::Paint && isPlain)
+    if (view.holds == Holds::Paint && isPlainLatin(text->cstring))
         return em / 2;
     return em * (text->cstring.length() + 2);
 }
